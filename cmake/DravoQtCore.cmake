@@ -1,0 +1,10 @@
+# dravo_qtcore: the QtCore that the library is built against, always the one that DRAVO_QT_MAJOR names.
+add_library(dravo_qtcore INTERFACE)
+if(DRAVO_QT_MAJOR STREQUAL "5")
+    find_package(Qt5 5.15 REQUIRED COMPONENTS Core)
+    target_link_libraries(dravo_qtcore INTERFACE Qt5::Core)
+elseif(DRAVO_QT_MAJOR STREQUAL "4")
+    include(DravoQt4)
+else()
+    message(FATAL_ERROR "DRAVO_QT_MAJOR is '${DRAVO_QT_MAJOR}'; it must be 5 or 4")
+endif()
