@@ -47,7 +47,11 @@ bool resolve(RW_VAR &var) {
 }  // namespace
 
 int AddListOnceReadVar(RW_VAR *var, int mode) {
-    if (refuses(var) || (mode != kQueueUnchanged && !resolve(*var))) {
+    if (refuses(var)) {
+        return 0;
+    }
+    const bool negative = var->count < 0;  // of bits inside a word it can normalise to one word, yet asks for nothing
+    if (mode != kQueueUnchanged && !resolve(*var)) {
         return 0;
     }
     QList<RW_VAR> &queue = PLC_driver.onceReadVarList;
@@ -56,7 +60,8 @@ int AddListOnceReadVar(RW_VAR *var, int mode) {
         queue.append(*var);
         return queue.size();
     }
-    const RequestPieces pieces = {var->address, 1, var->count, frameLimit(*PLC_driver.comInfo, var->elemType)};
+    const int limit = frameLimit(*PLC_driver.comInfo, var->elemType);
+    const RequestPieces pieces = {var->address, 1, negative ? 0 : var->count, limit};
     forEachPiece(pieces, [&](int address, int, int count) {
         var->address = address;
         var->count = count;

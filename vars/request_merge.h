@@ -11,19 +11,20 @@ struct RequestPieces {
     int address;      // of the first element
     int addressStep;  // from one element to the next
     qint64 count;     // elements; below 1: no piece
-    int limit;        // most elements in a piece, at least 1
+    int limit;        // most elements in a piece; below 1 counts as 1
 };
 
 /// Calls use(address, first, count) for each piece in order: its element address, the index of its first element, and
 /// its elements. Elements whose address exceeds an int are left out: no controller has them.
 template <typename Use>
 void forEachPiece(const RequestPieces &whole, Use use) {
-    for (qint64 first = 0; first < whole.count; first += whole.limit) {
+    const int limit = qMax(whole.limit, 1);
+    for (qint64 first = 0; first < whole.count; first += limit) {
         const qint64 address = whole.address + first * whole.addressStep;
         if (address > INT_MAX) {
             return;
         }
-        use(int(address), int(first), int(qMin<qint64>(whole.limit, whole.count - first)));
+        use(int(address), int(first), int(qMin<qint64>(limit, whole.count - first)));
     }
 }
 
