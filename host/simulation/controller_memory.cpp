@@ -1,0 +1,40 @@
+#include "host/simulation/controller_memory.h"
+
+namespace simulation {
+
+namespace {
+
+bool exists(int address) {
+    return address >= 0 && address < kAddressSpace;
+}
+
+}  // namespace
+
+ControllerMemory::ControllerMemory()
+    : mapping(modbus_mapping_new(kAddressSpace, 0, kAddressSpace, 0), &modbus_mapping_free) {}
+
+std::uint16_t ControllerMemory::holdingRegister(int address) const {
+    const std::lock_guard<std::mutex> lock(mutex);
+    return exists(address) ? mapping->tab_registers[address] : std::uint16_t{0};
+}
+
+void ControllerMemory::setHoldingRegister(int address, std::uint16_t value) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (exists(address)) {
+        mapping->tab_registers[address] = value;
+    }
+}
+
+bool ControllerMemory::coil(int address) const {
+    const std::lock_guard<std::mutex> lock(mutex);
+    return exists(address) && mapping->tab_bits[address] != 0;
+}
+
+void ControllerMemory::setCoil(int address, bool on) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (exists(address)) {
+        mapping->tab_bits[address] = on ? 1 : 0;
+    }
+}
+
+}  // namespace simulation

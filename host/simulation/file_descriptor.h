@@ -1,0 +1,40 @@
+// A file descriptor that closes itself, and the one error text of this folder.
+#ifndef DRAVO_FILE_DESCRIPTOR_H
+#define DRAVO_FILE_DESCRIPTOR_H
+
+#include <string>
+
+namespace simulation {
+
+class FileDescriptor {
+public:
+    explicit FileDescriptor(int number = -1) : number_(number) {}
+    ~FileDescriptor();
+    FileDescriptor(FileDescriptor &&other) noexcept : number_(other.release()) {}
+    FileDescriptor &operator=(FileDescriptor &&other) noexcept;
+
+    int get() const { return number_; }
+    bool isOpen() const { return number_ >= 0; }
+
+private:
+    int release();
+    int number_;
+};
+
+/// A flag that poll() can wait for; raising it wakes every waiter, once and for all.
+class StopFlag {
+public:
+    bool open();  // false: errno has the reason
+    void raise() const;
+    int descriptor() const { return event_.get(); }
+
+private:
+    FileDescriptor event_;
+};
+
+/// "what: reason" with the system's reason for error number errorNumber.
+std::string systemError(const std::string &what, int errorNumber);
+
+}  // namespace simulation
+
+#endif
