@@ -1,0 +1,44 @@
+# cpack -G DEB: libkorvel-dravo-port1, what a panel needs, and libkorvel-dravo-port-dev, what is needed to build a host.
+if(CMAKE_LIBRARY_ARCHITECTURE STREQUAL "x86_64-linux-gnu")
+    set(debian_arch amd64)
+elseif(CMAKE_LIBRARY_ARCHITECTURE STREQUAL "i386-linux-gnu")
+    set(debian_arch i386)
+elseif(CMAKE_LIBRARY_ARCHITECTURE STREQUAL "arm-linux-gnueabihf")
+    set(debian_arch armhf)
+else()
+    return()  # no Debian architecture that is built here
+endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_CONTACT "Korvel Dravo Port developers <developers@korvel-dravo-port.invalid>")
+set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
+set(CPACK_COMPONENTS_ALL runtime development)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE ${debian_arch})
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+# For packages built against these: the soname and the package that has it. Has ldconfig run at installation, too.
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+set(package_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
+
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
+    "Shared library that an operator panel's runtime loads to talk to controllers.")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libkorvel-dravo-port1)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
+    "Header, CMake package and pkg-config file to build an operator panel's runtime.")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libkorvel-dravo-port-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libkorvel-dravo-port1 (= ${package_version})")
+if(DRAVO_QT_MAJOR STREQUAL "5")
+    string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", qtbase5-dev (>= 5.15)")
+endif()
+
+# Read by cpack itself: works out the runtime package's dependencies from the built library.
+set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_BINARY_DIR}/runtime_depends.cmake)
+configure_file(cmake/runtime_depends.cmake.in runtime_depends.cmake.in @ONLY)
+file(GENERATE OUTPUT ${CPACK_PROJECT_CONFIG_FILE} INPUT ${CMAKE_BINARY_DIR}/runtime_depends.cmake.in)
+include(CPack)
