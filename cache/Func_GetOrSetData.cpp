@@ -54,7 +54,7 @@ QByteArray switchBytes(const QByteArray &values, int count) {
 }
 
 QByteArray firstBytes(const QByteArray &values, int size) {
-    QByteArray bytes = values.left(qMax(size, 0));
+    QByteArray bytes = values.left(size);
     padTo(bytes, size);
     return bytes;
 }
@@ -66,7 +66,7 @@ QByteArray recordData(ElementClass elementClass, const QByteArray &values, int e
         case BitInWordClass:
             return switchBytes(values, elements);
         default:
-            return firstBytes(values, elements * kWriteLayouts[elementClass].elementBytes);
+            return firstBytes(values, qMax(elements, 0) * kWriteLayouts[elementClass].elementBytes);
     }
 }
 

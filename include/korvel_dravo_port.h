@@ -167,7 +167,7 @@ int ReCreatReadVarList(QList<ReadVarEntry> *entries);
 
 /// Queues a one-shot read. mode 1: the record as it stands, of any count from INT_MIN to kMaxElementCount, neither cut
 /// nor checked. Any other mode: works out address, station and normalised type, cuts into frames and at area bounds,
-/// skips pieces already queued, stops at 1024 entries; a count below 1 queues nothing. The record is changed: it ends
+/// skips pieces already queued, stops at 1024 entries; a negative count queues nothing. The record is changed: it ends
 /// as the last piece.
 /// @return entries in the queue; 0: address, station or type refused. Takes listMutex; not in a callback.
 int AddListOnceReadVar(RW_VAR *var, int mode);
