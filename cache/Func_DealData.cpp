@@ -68,8 +68,9 @@ void SpecialRegisterSave(QByteArray *reply) {
     }
     int value = byteAt(*reply, 3) * 256 + byteAt(*reply, 4);
     const RW_VAR &write = PLC_driver.writeVarList.at(0);
-    if (write.address >= 0) {  // a negative bit address names no bit: the word goes back as it was read
-        const int mask = 1 << (write.address % 16);
+    const int bit = write.address % 16;
+    if (bit >= 0) {  // a negative remainder names no bit: the word goes back as it was read
+        const int mask = 1 << bit;
         value = valueByte(write.data, 0) != 0 ? value | mask : value & ~mask;
     }
 

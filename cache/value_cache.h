@@ -32,7 +32,7 @@ ControlInformationM cacheWalk(int station, int entryType, int count);
 /// The bytes of the entry at address, of which the low 16 bits count; they stay valid until the next call.
 char *entryBytes(ControlInformationM &element, qint64 address);
 
-/// Bit bitAddress % 16 of word bitAddress / 16. bitAddress is not negative.
+/// Bit bitAddress % 16, which is not negative, of word bitAddress / 16.
 bool wordBit(ControlInformationM &element, qint64 bitAddress);
 void setWordBit(ControlInformationM &element, qint64 bitAddress, bool value);
 

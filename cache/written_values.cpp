@@ -58,7 +58,7 @@ void WriteDataToLocal(RW_VAR *var) {
         case BitInWordClass:
             padTo(var->data, count);
             for (qint64 i = 0; i < count; ++i) {
-                if (address + i >= 0) {  // a negative bit address names no bit
+                if ((address + i) % 16 >= 0) {  // a negative remainder names no bit
                     setWordBit(element, address + i, valueByte(var->data, i) != 0);
                 }
             }

@@ -15,7 +15,7 @@ struct WriteForm {
     QByteArray values;
 };
 
-// The elements of data, each high byte first.
+// The elements of data, each high byte first. A record that reached the queue past the list calls may have any count.
 void appendElements(QByteArray &values, const QByteArray &data, int count, int elementBytes) {
     const int sent = qMin(count, int(kMaxElementCount));
     for (qint64 element = 0; element < sent; ++element) {

@@ -29,7 +29,7 @@ public:
     QMutex cacheMutex;                           //
     QMutex stationMutex;                         //
     QMap<int, int> stationMap;                   // stationMutex; keys = disabled stations, values 0
-    RW_VAR retVar;                               // communication thread; the result record, data always empty
+    RW_VAR retVar;                               // listMutex; the result record, data always empty
     int comType;                                 // listMutex; a RequestKind
     int writeTimes;                              // listMutex; writes served since the last reset
     int onceReadTimes;                           // listMutex; one-shot reads served since the last reset

@@ -10,8 +10,9 @@
 
 namespace {
 
-const int kDone = 1;  // codes of the callbacks
+const int kDone = 1;  // codes of varCallBack, and the one of listCallBack
 const int kFailed = 2;
+const int kListCode = 1;
 
 // Whether an entry behind the head has the head's two identifiers. Of one-shot reads only those of the own node count.
 bool hasLaterDuplicate(const QList<RW_VAR> &queue, bool ownNodeOnly) {
@@ -68,7 +69,8 @@ void removeDuplicates(QList<RW_VAR> &queue) {
     const int ownerId = PLC_driver.retVar.ownerId;
     const int itemId = PLC_driver.retVar.itemId;
     const int station = PLC_driver.retVar.station;
-    const bool anyStation = PLC_driver.comInfo->useVarStation == 0;
+    // A callback may have unbound the host.
+    const bool anyStation = !PLC_driver.comInfo || PLC_driver.comInfo->useVarStation == 0;
     const auto isDuplicate = [=](const RW_VAR &entry) {
         return entry.ownerId == ownerId && entry.itemId == itemId && (anyStation || entry.station == station);
     };
@@ -78,7 +80,7 @@ void removeDuplicates(QList<RW_VAR> &queue) {
 void reportFailure() {
     if (PLC_driver.listCallBack) {
         QList<RW_VAR> list;
-        PLC_driver.listCallBack(&list, PLC_driver.retVar.ownerId, kDone);  // listMutex held, as in reportHead
+        PLC_driver.listCallBack(&list, PLC_driver.retVar.ownerId, kListCode);  // listMutex held, as in reportHead
     }
     if (PLC_driver.comType == kWrite) {
         removeDuplicates(PLC_driver.writeVarList);

@@ -4,8 +4,9 @@
 // (ComCommunication), sends it, and passes back what arrived (DataCom). Values are read from the driver's cache.
 //
 // Threads. ComCommunication and DataCom run on one thread, the communication thread. AddListReadVar, and
-// SetRegisterData when it writes to the device (writeMode 2), take no lock of their own: call them on the
-// communication thread, from a callback, or while communication is stopped. Every other entry point may be called from
+// SetRegisterData when it writes to the device (writeMode 2), take no lock of their own: call them from a callback; or
+// on the communication thread between its two calls, or while communication is stopped, and then only while no other
+// thread is in ReCreatReadVarList, AddListOnceReadVar or AddListWriteVar. Every other entry point may be called from
 // any thread. Callbacks run on the communication thread with the driver's list lock held: in a callback call only
 // AddListReadVar, SetRegisterData, GetRegisterData, the station table and pure functions.
 //
@@ -14,7 +15,7 @@
 // returns 0, GetRegisterData returns 0 with count * 2 zero bytes. A null callback is skipped.
 //
 // Counts. A count above kMaxElementCount cannot belong to any controller. ReCreatReadVarList leaves such a variable
-// out; every other call that takes a count returns 0 and changes nothing (GetRegisterData: out is empty).
+// out; every other entry point that takes a count returns 0 and changes nothing (GetRegisterData: out is empty).
 //
 // Build host and library with the same Qt major version: the records below embed its containers.
 #ifndef KORVEL_DRAVO_PORT_H
@@ -60,9 +61,9 @@ struct RW_VAR {
     QString addressText;  // address as written: octal for types 0, 1; "word.bit" for 15, 16, 17, 20; else decimal
     int elemType;         // element type, 0 to 21
     int address;          // element address
-    int station;          // controller's station; 0 makes a variable unusable
-    int count;            // number of elements
-    int param1;           // -1: read half of a write to a bit inside a word
+    int station;  // controller's station; 0: unusable in a cyclic or checked one-shot read, a broadcast in a write
+    int count;    // number of elements
+    int param1;   // -1: read half of a write to a bit inside a word
     int param2;
     QByteArray data;  // values, least significant byte first; bits packed eight to a byte, lowest address in bit 0
 };
@@ -92,7 +93,10 @@ struct ReadVarEntry {
     int count;  // bits for bit and bit-in-word types, else 16-bit registers
 };
 
-/// A finished write or one-shot read of the own node. code 1: done, 2: failed, the retries are used up.
+/// A finished write, or a finished one-shot read of the own node. code 1: done, 2: failed, the retries are used up.
+/// While a later request with the same two identifiers is queued, success is not reported. After a failure all queued
+/// requests of these identifiers (with useVarStation nonzero: and of the same station) are dropped, those included that
+/// are queued from inside the callback.
 typedef void (*VarCallBack)(void *hostContext, int ownerId, int itemId, int code);
 
 /// A request used up its retries. list is empty and dropped after the call; code is always 1.
