@@ -84,7 +84,8 @@ void queueInPieces(const RW_VAR &whole, ElementClass elementClass) {
         return;
     }
     const WriteLayout &layout = kWriteLayouts[elementClass];
-    const int limit = elementClass == BitInWordClass ? 1 : frameLimit(*PLC_driver.comInfo, whole.elemType);
+    const int limit =
+        elementClass == BitInWordClass ? 1 : frameLimit(PLC_driver.comInfo->maxGroupLength, whole.elemType);
     const RequestPieces pieces = {whole.address, layout.addressStep, whole.count, limit};
     forEachPiece(pieces, [&](int address, int first, int count) {
         RW_VAR piece = whole;

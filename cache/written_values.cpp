@@ -2,6 +2,8 @@
 
 #include <QtCore/QMutexLocker>
 
+#include <cstring>
+
 #include "cache/value_cache.h"
 #include "codec/element_types.h"
 #include "codec/frame_bytes.h"
@@ -12,7 +14,7 @@ namespace {
 // Entries of entrySize bytes from address on, taken from data as they stand.
 void storeEntries(ControlInformationM &element, qint64 address, const QByteArray &data, int entrySize) {
     for (int i = 0; i < element.count; ++i) {
-        memcpy(entryBytes(element, address + i), data.constData() + qint64(i) * entrySize, size_t(entrySize));
+        std::memcpy(entryBytes(element, address + i), data.constData() + qint64(i) * entrySize, size_t(entrySize));
     }
 }
 
@@ -20,8 +22,8 @@ void storeEntries(ControlInformationM &element, qint64 address, const QByteArray
 void storeWordPairs(ControlInformationM &element, qint64 address, const QByteArray &data) {
     for (qint64 i = 0; i < element.count; ++i) {
         const char *value = data.constData() + 4 * i;
-        memcpy(entryBytes(element, address + 2 * i + 1), value, 2);
-        memcpy(entryBytes(element, address + 2 * i), value + 2, 2);
+        std::memcpy(entryBytes(element, address + 2 * i + 1), value, 2);
+        std::memcpy(entryBytes(element, address + 2 * i), value + 2, 2);
     }
 }
 

@@ -45,8 +45,9 @@ struct ComInfo {
     int remoteMode;               // nonzero: requests are remote frames
     int localNode;                // node number of this panel
     int writeMode;                // 2: SetRegisterData writes to the device; anything else: to the cache only
-    int cycleDone;                // written by the driver: 1 after a full pass over the cyclic list, or when idle
-    void *hostContext;            // handed back as the first argument of VarCallBack
+    int cycleDone;      // set to 1 after a full pass over the cyclic list, or when idle; to 0 by a failure or a
+                        // rebuild. A host that times passes sets it to 0 itself
+    void *hostContext;  // handed back as the first argument of VarCallBack
 };
 
 /// A variable, and a request for it. Whoever builds a record sets every field.
@@ -65,7 +66,8 @@ struct RW_VAR {
     int count;    // number of elements
     int param1;   // -1: read half of a write to a bit inside a word
     int param2;
-    QByteArray data;  // values, least significant byte first; bits packed eight to a byte, lowest address in bit 0
+    QByteArray data;  // values, least significant byte first; of bit types packed eight to a byte, lowest address in
+                      // bit 0; of bits inside words one byte each
 };
 
 /// One request: the frame to send and the reply to expect. Owned by the driver.
@@ -164,8 +166,9 @@ int PLCAddressChangeIntef(int elemType, QString addressText);
 int AddListReadVar(RW_VAR *var);
 
 /// Rebuilds the cyclic list: the variables are normalised, grouped by station and type, sorted by address and merged
-/// into requests of at most the frame limit; the elements between two variables of a request are read too. Variables
-/// whose address does not convert, whose station is 0 or whose type is above 21 are left out.
+/// into requests of at most the frame limit; the elements between two variables of a request are read too. Every
+/// earlier entry is dropped, those of AddListReadVar and those before an empty list included. Variables whose address
+/// does not convert, whose station is 0 or whose type is above 21 are left out.
 /// @return requests in the list. Takes listMutex; not in a callback.
 int ReCreatReadVarList(QList<ReadVarEntry> *entries);
 
@@ -201,7 +204,10 @@ int GetRegisterData(const QString &firstArg, int elemType, const QString &addres
 /// not) and at every area bound; each bit of a bit-in-word type is a write of its own.
 /// @param label            travels with the records.
 /// @param ownerId, itemId  come back in VarCallBack.
-/// @return 1: stored in the cache only. 0: queued, or refused (addressText did not convert, no such type).
+/// Most bits in one write: 1968 (Modbus). A count below 1 writes nothing, but for bit types it queues a request of no
+/// bits.
+/// @return 1: cache only (an unknown type stores nothing). 0: queued, or refused (addressText did not convert, or in
+/// writeMode 2 no such type).
 /// writeMode 2: takes no lock but cacheMutex, see Threads. Otherwise any thread. Callbacks included.
 int SetRegisterData(const QString &label, int elemType, const QString &addressText, int station,
                     const QByteArray &values, int count, int ownerId, int itemId);

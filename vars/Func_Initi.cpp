@@ -14,7 +14,7 @@ int stationInForce(const ComInfo &comInfo, int ownStation) {
     return comInfo.useVarStation ? ownStation : comInfo.defaultStation;
 }
 
-int frameLimit(const ComInfo &comInfo, int elemType) {
-    const qint64 limit = qMax(comInfo.maxGroupLength, 1);
+int frameLimit(int maxGroupLength, int elemType) {
+    const qint64 limit = qMax(maxGroupLength, 1);
     return saturated(isBitType(elemType) ? limit * 8 : limit);
 }

@@ -11,6 +11,6 @@ RW_VAR driverRecord(const ComInfo &comInfo);
 int stationInForce(const ComInfo &comInfo, int ownStation);
 
 /// Most elements of a type in one frame: maxGroupLength, below 1 counted as 1, and eight times it for bit types.
-int frameLimit(const ComInfo &comInfo, int elemType);
+int frameLimit(int maxGroupLength, int elemType);
 
 #endif  // DRAVO_VARS_FUNC_INITI_H

@@ -109,12 +109,13 @@ int ReCreatReadVarList(QList<ReadVarEntry> *entries) {
     ComInfo &comInfo = *PLC_driver.comInfo;
     PLC_driver.readCycleCount = 0;
     comInfo.cycleDone = 0;
+    const int limit = comInfo.maxGroupLength;  // once: the host may change it meanwhile
     Groups groups = groupVariables(hostEntries, comInfo);
     for (Groups::iterator station = groups.begin(); station != groups.end(); ++station) {
         QMap<int, QList<RW_VAR>> &types = station.value();
         for (QMap<int, QList<RW_VAR>>::iterator type = types.begin(); type != types.end(); ++type) {
             Bubble_Sort(&type.value());
-            BitVarReCreat(&type.value(), frameLimit(comInfo, type.key()));
+            BitVarReCreat(&type.value(), frameLimit(limit, type.key()));
         }
     }
     return PLC_driver.readVarList.size();

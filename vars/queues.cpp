@@ -60,7 +60,7 @@ int AddListOnceReadVar(RW_VAR *var, int mode) {
         queue.append(*var);
         return queue.size();
     }
-    const int limit = frameLimit(*PLC_driver.comInfo, var->elemType);
+    const int limit = frameLimit(PLC_driver.comInfo->maxGroupLength, var->elemType);
     const RequestPieces pieces = {var->address, 1, negative ? 0 : var->count, limit};
     forEachPiece(pieces, [&](int address, int, int count) {
         var->address = address;
