@@ -45,8 +45,7 @@ struct ComInfo {
     int remoteMode;               // nonzero: requests are remote frames
     int localNode;                // node number of this panel
     int writeMode;                // 2: SetRegisterData writes to the device; anything else: to the cache only
-    int cycleDone;      // set to 1 after a full pass over the cyclic list, or when idle; to 0 by a failure or a
-                        // rebuild. A host that times passes sets it to 0 itself
+    int cycleDone;      // driver: 1 after a pass over the cyclic list or when idle, 0 after a failure or rebuild
     void *hostContext;  // handed back as the first argument of VarCallBack
 };
 
@@ -62,12 +61,12 @@ struct RW_VAR {
     QString addressText;  // address as written: octal for types 0, 1; "word.bit" for 15, 16, 17, 20; else decimal
     int elemType;         // element type, 0 to 21
     int address;          // element address
-    int station;  // controller's station; 0: unusable in a cyclic or checked one-shot read, a broadcast in a write
-    int count;    // number of elements
-    int param1;   // -1: read half of a write to a bit inside a word
-    int param2;
-    QByteArray data;  // values, least significant byte first; of bit types packed eight to a byte, lowest address in
-                      // bit 0; of bits inside words one byte each
+    int station;          // 0: refused in cyclic and checked one-shot reads, a broadcast in a write
+    int count;            // elements; in a write, of the 32-bit types, values
+    int param1;           // -1: read half of a write to a bit inside a word
+    int param2;           // 0
+    QByteArray data;      // values, least significant byte first; bits of bit types packed, lowest address in bit 0 of
+                          // byte 0; bits inside words one byte each
 };
 
 /// One request: the frame to send and the reply to expect. Owned by the driver.
