@@ -67,7 +67,7 @@ protected:
         LineSettings settings;
         settings.device = QString::fromStdString(line->device());
         settings.timeoutMs = kTimeoutMs;
-        ASSERT_TRUE(link.open(settings)) << link.errorText().toStdString();
+        ASSERT_TRUE(link.open(settings)) << link.openError().toStdString();
 
         current = this;
         comInfo.maxGroupLength = 6;

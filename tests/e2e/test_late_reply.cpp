@@ -27,7 +27,7 @@ TEST(SerialLink, NeverTakesALateReplyForAnotherRequest) {
     LineSettings settings;
     settings.device = QString::fromStdString(line->device());
     settings.timeoutMs = kTimeoutMs;
-    ASSERT_TRUE(link.open(settings)) << link.errorText().toStdString();
+    ASSERT_TRUE(link.open(settings)) << link.openError().toStdString();
     int answered = 0;
     for (int i = 0; i < 40; ++i) {
         const int address = i % 16;
