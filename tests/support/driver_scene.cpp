@@ -2,92 +2,60 @@
 
 #include <QtCore/QRegExp>
 #include <QtCore/QStringList>
-#include <algorithm>
 
 namespace {
 
 DriverScene *currentScene = nullptr;  // the callback for lists carries no context
 
-std::string hexText(const QByteArray &value) {
-    return value.toHex().constData();
-}
-
-std::string joined(const std::vector<std::string> &words) {
-    std::string text;
-    for (const std::string &word : words) {
-        text += (text.empty() ? "" : " ") + word;
-    }
-    return text;
-}
-
 }  // namespace
 
-RW_VAR record(int elemType, int address, int count, const char *data) {
-    RW_VAR var = RW_VAR();
-    var.elemType = elemType;
-    var.address = address;
-    var.count = count;
-    var.station = 1;
-    var.data = bytes(data);
-    return var;
-}
-
-QList<RW_VAR> records(const char *text) {
-    static const QRegExp kRecord(QString::fromLatin1("(?:(-?\\d+)/)?(-?\\d+)@([^+]*)\\+(-?\\d+)=?(\\w*)"));
+QList<RW_VAR> records(const std::string &text) {
+    QRegExp match(
+        QString::fromLatin1("(?:(-?\\d+)/)?(-?\\d+)@([^+]*)\\+(-?\\d+)(?:=(\\w*))?(?::(\\d+)/(\\d+))?"
+                            "(?:\\^(\\d+))?"));
     QList<RW_VAR> list;
-    for (const QString &word : QString::fromLatin1(text).split(QLatin1Char(' '))) {
-        if (word.isEmpty()) {
-            continue;
-        }
-        QRegExp match = kRecord;
+    for (const QString &word : QString::fromStdString(text).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
         EXPECT_TRUE(match.exactMatch(word)) << text;
-        RW_VAR var = record(match.cap(2).toInt(), match.cap(3).toInt(), match.cap(4).toInt());
-        var.addressText = match.cap(3);
-        var.data = QByteArray::fromHex(match.cap(5).toLatin1());
+        RW_VAR var = RW_VAR();
         var.station = match.cap(1).isEmpty() ? 1 : match.cap(1).toInt();
+        var.elemType = match.cap(2).toInt();
+        var.addressText = match.cap(3);
+        var.address = match.cap(3).toInt();
+        var.count = match.cap(4).toInt();
+        var.data = QByteArray::fromHex(match.cap(5).toLatin1());
+        var.ownerId = match.cap(6).toInt();
+        var.itemId = match.cap(7).toInt();
+        var.nodeId = match.cap(8).toInt();
         list.append(var);
     }
     return list;
 }
 
-RW_VAR record(const char *text) {
+RW_VAR record(const std::string &text) {
     return records(text).at(0);
 }
 
-RW_VAR recordOf(int ownerId, int itemId, const RW_VAR &var) {
-    RW_VAR result = var;
-    result.ownerId = ownerId;
-    result.itemId = itemId;
-    return result;
-}
-
-RW_VAR recordAt(int station, const RW_VAR &var) {
-    RW_VAR result = var;
-    result.station = station;
-    return result;
-}
-
 std::string listText(const QList<RW_VAR> &list) {
-    std::vector<std::string> words;
+    QStringList words;
     for (const RW_VAR &var : list) {
-        const std::string station = var.station == 1 ? "" : std::to_string(var.station) + "/";
-        const std::string data = var.data.isEmpty() ? "" : "=" + hexText(var.data);
-        words.push_back(station + std::to_string(var.elemType) + "@" + std::to_string(var.address) + "+" +
-                        std::to_string(var.count) + data);
+        const bool hasOwner = var.ownerId > 0 || var.itemId > 0;
+        words += (var.station != 1 ? QString::asprintf("%d/", var.station) : QString()) +
+                 QString::asprintf("%d@%d+%d", var.elemType, var.address, var.count) +
+                 (var.data.isEmpty() ? QString() : QString::fromLatin1("=" + var.data.toHex())) +
+                 (hasOwner ? QString::asprintf(":%d/%d", var.ownerId, var.itemId) : QString()) +
+                 (var.nodeId != 0 ? QString::asprintf("^%d", var.nodeId) : QString());
     }
-    return joined(words);
+    return words.join(QLatin1Char(' ')).toStdString();
 }
 
 std::string cacheText() {
     const QMutexLocker lock(&PLC_driver.cacheMutex);
-    std::vector<std::string> words;
+    QStringList words;
     for (auto entry = PLC_driver.valueCache.constBegin(); entry != PLC_driver.valueCache.constEnd(); ++entry) {
-        char key[9];
-        snprintf(key, sizeof key, "%08x", entry.key());
-        words.push_back(std::string(key) + "=" + hexText(entry.value()));
+        words += QString::asprintf("%08x=%s", entry.key(), entry.value().toHex().constData());
     }
-    std::sort(words.begin(), words.end());
-    return joined(words);
+    words.sort();
+    return words.join(QLatin1Char(' ')).toStdString();
 }
 
 DriverScene::DriverScene() {
@@ -130,11 +98,9 @@ QByteArray DriverScene::send() {
 }
 
 std::string DriverScene::sendKind() {
-    if (ComCommunication() == nullptr) {
-        return "-";
-    }
+    const bool sent = ComCommunication() != nullptr;
     const int kind = PLC_driver.comType;
-    return kind == kWrite ? "W" : kind == kOnceRead ? "O" : kind == kCyclicRead ? "C" : "?";
+    return !sent ? "-" : kind == kWrite ? "W" : kind == kOnceRead ? "O" : kind == kCyclicRead ? "C" : "?";
 }
 
 int DriverScene::answer(const QByteArray &reply) {
@@ -160,10 +126,28 @@ QByteArray DriverScene::goodReply(const QByteArray &data) {
     return withCrc(reply.leftJustified(request.replyLength - 2, '\0', true));
 }
 
-int DriverScene::setValues(const char *variable, int ownerId, int itemId) {
+void DriverScene::queueWrite(const std::string &variables) {
+    for (RW_VAR var : records(variables)) {
+        AddListWriteVar(&var, 1);
+    }
+}
+
+void DriverScene::queueOnceRead(const std::string &variables) {
+    for (RW_VAR var : records(variables)) {
+        AddListOnceReadVar(&var, 1);
+    }
+}
+
+void DriverScene::addCyclic(const std::string &variables) {
+    for (RW_VAR var : records(variables)) {
+        AddListReadVar(&var);
+    }
+}
+
+int DriverScene::setValues(const char *variable) {
     const RW_VAR var = record(variable);
     return SetRegisterData(QString::fromLatin1("label"), var.elemType, var.addressText, var.station, var.data,
-                           var.count, ownerId, itemId);
+                           var.count, var.ownerId, var.itemId);
 }
 
 QByteArray DriverScene::getValues(const char *variable, int expectedResult) {
@@ -174,31 +158,57 @@ QByteArray DriverScene::getValues(const char *variable, int expectedResult) {
     return out;
 }
 
-void DriverScene::expectCallbacks(const std::vector<std::string> &expected) {
+void DriverScene::play(const char *transcript) {
+    for (const Row &row : rows(transcript)) {
+        SCOPED_TRACE(row.text);
+        const std::string call = row.fields[0].substr(0, row.fields[0].find(' '));
+        const std::string variables = row.fields[0].substr(call.size());
+        call == "cyclic" ? addCyclic(variables) : call == "read" ? queueOnceRead(variables) : queueWrite(variables);
+        EXPECT_EQ(send(), row.fields[1].empty() ? QByteArray() : withCrc(row[1]));
+        EXPECT_EQ(row.fields[2].empty() ? noReply() : answer(row[2]), row.number(3));
+        expectCallbacks(row.fields[4]);
+        EXPECT_EQ(listText({PLC_driver.retVar}), row.fields[5]);
+        EXPECT_EQ(listText(PLC_driver.writeVarList + PLC_driver.onceReadVarList + PLC_driver.readVarList), row[6]);
+    }
+}
+
+void DriverScene::expectRequest(void (*build)(RW_VAR *), const RW_VAR &var, const QByteArray &frame,
+                                const ExpectedReply &reply) {
+    restart();
+    settings.frameTotal = settings.frameDone = 7;
+    RW_VAR given = var;
+    build(&given);
+    const Protocol &request = PLC_driver.protocolList.at(0);
+    EXPECT_EQ(request.frame, frame);
+    EXPECT_EQ(request.frameLength, frame.size());
+    EXPECT_EQ(request.replyLength, reply.length);
+    EXPECT_EQ(request.dataOffset, reply.dataOffset);
+    EXPECT_EQ(request.dataLength, reply.dataLength);
+    EXPECT_EQ(listText({request.var, given}), listText({var, var}));
+    EXPECT_EQ(settings.frameTotal, 1);
+    EXPECT_EQ(settings.frameDone, 0);
+}
+
+void DriverScene::expectCallbacks(const std::string &expected) {
     EXPECT_EQ(calls, expected);
     calls.clear();
 }
 
-RW_VAR *DriverScene::copyOf(const RW_VAR &var) {
-    static RW_VAR copy;  // overwritten by the next call, as a host may do once a queueing call has returned
-    copy = var;
-    return &copy;
-}
-
 void DriverScene::onVariable(void *context, int ownerId, int itemId, int code) {
     EXPECT_EQ(context, &currentScene->settings);
-    const std::string outcome = code == 1 ? "done " : code == 2 ? "failed " : "code " + std::to_string(code) + " ";
-    currentScene->calls.push_back(outcome + std::to_string(ownerId) + "/" + std::to_string(itemId));
-    if (currentScene->duringCallback) {
-        currentScene->duringCallback(nullptr);
-    }
+    const char *outcome = code == 1 ? "done" : code == 2 ? "failed" : "?";
+    currentScene->called(QString::asprintf("%s %d/%d", outcome, ownerId, itemId).toStdString(), nullptr);
 }
 
 void DriverScene::onList(QList<RW_VAR> *list, int ownerId, int code) {
     EXPECT_TRUE(list != nullptr && list->isEmpty());
     EXPECT_EQ(code, 1);
-    currentScene->calls.push_back("list " + std::to_string(ownerId));
-    if (currentScene->duringCallback) {
-        currentScene->duringCallback(list);
+    currentScene->called("list " + std::to_string(ownerId), list);
+}
+
+void DriverScene::called(const std::string &callback, QList<RW_VAR> *list) {
+    calls += (calls.empty() ? "" : ", ") + callback;
+    if (duringCallback) {
+        duringCallback(list);
     }
 }

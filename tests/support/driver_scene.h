@@ -6,21 +6,17 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
+#include "codec/protocol.h"
 #include "driver/Communication_Protocol.h"
 #include "korvel_dravo_port.h"
 #include "support/frame_text.h"
 
-/// A request of station 1 with every other field 0 or empty; data in hexadecimal digits.
-RW_VAR record(int elemType, int address, int count, const char *data = "");
-/// Requests as text: "7@100+2=34127856 2/8@5+1" is type, address (or any address text), count, data if any; a station
-/// other than 1 comes first.
-RW_VAR record(const char *text);
-QList<RW_VAR> records(const char *text);
+/// Requests as text: "7@100+2 2/8@5+1=3412:3/4^9" is type, address (or any address text) and count, then data, owner
+/// and item, node where they are not empty or 0; a station other than 1 comes first. All other fields are 0 or empty.
+QList<RW_VAR> records(const std::string &text);
+RW_VAR record(const std::string &text);
 std::string listText(const QList<RW_VAR> &list);
-RW_VAR recordOf(int ownerId, int itemId, const RW_VAR &var);
-RW_VAR recordAt(int station, const RW_VAR &var);
 
 /// "01070064=3412 01070065=7856": every entry of the value cache by key. Takes cacheMutex.
 std::string cacheText();
@@ -41,24 +37,29 @@ public:
     int exchange();  // sends and gets a good reply
     static QByteArray goodReply(const QByteArray &data = QByteArray());
 
-    static int queueWrite(const RW_VAR &var) { return AddListWriteVar(copyOf(var), 1); }
-    static int queueOnceRead(const RW_VAR &var) { return AddListOnceReadVar(copyOf(var), 1); }
-    static int addCyclic(const RW_VAR &var) { return AddListReadVar(copyOf(var)); }
-    static int setValues(const char *variable, int ownerId = 0, int itemId = 0);  // values as data: "7@100+1=3412"
+    static void queueWrite(const std::string &variables);  // all three: as they stand
+    static void queueOnceRead(const std::string &variables);
+    static void addCyclic(const std::string &variables);
+    static int setValues(const char *variable);  // values as data, owner and item: "7@100+1=3412:3/4"
     static QByteArray getValues(const char *variable, int expectedResult = 1);
 
-    /// The callbacks since the last call: "done 3/4", "failed 3/4" (owner, item), "list 3" (owner).
-    void expectCallbacks(const std::vector<std::string> &expected);
+    /// One exchange a row: what the host queues (write, read, cyclic), frame sent and reply without their CRC, result
+    /// code, callbacks, result record, and what is left in the queues and the cyclic list. No frame: nothing to send.
+    void play(const char *transcript);
+    /// Has build make the request of var, which stays as it is, and looks at every field of what is handed out.
+    void expectRequest(void (*build)(RW_VAR *), const RW_VAR &var, const QByteArray &frame, const ExpectedReply &reply);
+    /// The callbacks since the last call: "done 3/4, failed 3/4, list 3" (owner, item; owner).
+    void expectCallbacks(const std::string &expected);
 
     ComInfo settings;
     std::function<void(QList<RW_VAR> *)> duringCallback;  // list: null in the callback for one variable
 
 private:
-    static RW_VAR *copyOf(const RW_VAR &var);
     static void onVariable(void *context, int ownerId, int itemId, int code);
     static void onList(QList<RW_VAR> *list, int ownerId, int code);
+    void called(const std::string &callback, QList<RW_VAR> *list);
 
-    std::vector<std::string> calls;
+    std::string calls;
 };
 
 #endif  // DRAVO_TESTS_DRIVER_SCENE_H

@@ -10,7 +10,7 @@
 /// The bytes of a text such as "0103 0064".
 QByteArray bytes(const char *hex);
 
-/// The frame closed by its CRC, worked out from the unreflected polynomial: another road than the driver's.
+/// The frame closed by its CRC, low byte first. Worked out here, so that the driver is not asked about itself.
 QByteArray withCrc(const QByteArray &frame);
 inline QByteArray withCrc(const char *hex) {
     return withCrc(bytes(hex));
