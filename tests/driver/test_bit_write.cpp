@@ -23,8 +23,8 @@ TEST_F(BitWrite, NegativeAddressNamesABitWhenItIsTheFirstOfAWord) {
     play(R"(
         write 15@-16+1=01 > 0103 ffff 0001 > 0103 02 8000   > 1 >          > 0/0@0+0  > 15@-16+1=01
                           > 0106 ffff 8001 > 0106 ffff 8001 > 1 > done 0/0 > 15@-16+1 >
-        write 15@-17+1=01 > 0103 ffff 0001 > 0103 02 8000   > 1 >          > 15@-16+1 > 15@-17+1=01
-                          > 0106 ffff 8000 > 0106 ffff 8000 > 1 > done 0/0 > 15@-17+1 >)");
+        write 15@-17+1=01 > 0103 ffff 0001 > 0103 02 0000   > 1 >          > 15@-16+1 > 15@-17+1=01
+                          > 0106 ffff 0000 > 0106 ffff 0000 > 1 > done 0/0 > 15@-17+1 >)");
 }
 
 TEST_F(BitWrite, FailureOfEitherHalfDropsBoth) {

