@@ -20,16 +20,15 @@ struct Offset {
 };
 
 namespace at_driver {
-const Offset comInfo{0, 0}, readVarList{4, 8}, writeVarList{8, 16}, onceReadVarList{12, 24}, spareVarList{16, 32},
-    protocolList{20, 40}, extendVars{24, 48}, varCallBack{28, 56}, listCallBack{32, 64}, stationMap{48, 96},
-    retVar{52, 104}, comType{112, 176}, writeTimes{116, 180}, onceReadTimes{120, 184}, readCycleCount{124, 188},
-    comFailed{128, 192}, spareFlag{129, 193}, valueCache{132, 200}, end{136, 208};
+const Offset comInfo{0, 0}, readVarList{4, 8}, onceReadVarList{12, 24}, spareVarList{16, 32}, protocolList{20, 40},
+    extendVars{24, 48}, varCallBack{28, 56}, listCallBack{32, 64}, stationMap{48, 96}, retVar{52, 104},
+    comType{112, 176}, writeTimes{116, 180}, onceReadTimes{120, 184}, readCycleCount{124, 188}, comFailed{128, 192},
+    valueCache{132, 200}, end{136, 208};
 }  // namespace at_driver
 
 namespace at_var {
-const Offset ownerId{0, 0}, itemId{4, 4}, accessFlag{8, 8}, remoteMode{12, 12}, nodeId{16, 16}, retValue{20, 20},
-    label{24, 24}, addressText{28, 32}, elemType{32, 40}, address{36, 44}, station{40, 48}, count{44, 52},
-    param1{48, 56}, param2{52, 60}, data{56, 64};
+const Offset ownerId{0, 0}, retValue{20, 20}, label{24, 24}, elemType{32, 40}, address{36, 44}, station{40, 48},
+    count{44, 52};
 }  // namespace at_var
 
 namespace at_protocol {
@@ -37,9 +36,9 @@ const Offset frame{0, 0}, frameLength{4, 8}, replyLength{8, 12}, dataOffset{12, 
 }  // namespace at_protocol
 
 namespace at_settings {  // ComInfo: the same in both
-const size_t maxGroupLength = 16, defaultStation = 24, retryTimes = 28, retryCount = 32, useVarStation = 36,
-             clearedWordA = 40, frameTotal = 44, frameDone = 48, clearedWordB = 52, remoteMode = 56, localNode = 60,
-             writeMode = 64, cycleDone = 68, hostContext = 72;
+const size_t maxGroupLength = 16, retryTimes = 28, retryCount = 32, useVarStation = 36, clearedWordA = 40,
+             frameTotal = 44, frameDone = 48, clearedWordB = 52, remoteMode = 56, localNode = 60, cycleDone = 68,
+             hostContext = 72;
 }  // namespace at_settings
 
 const char kUntouched = char(0xee);
@@ -128,7 +127,8 @@ TEST_F(Layouts, NewDriver) {
     for (const size_t offset : {at_driver::comInfo, at_driver::varCallBack, at_driver::listCallBack}) {
         EXPECT_EQ(valueAt<void *>(driver, offset), nullptr) << offset;
     }
-    for (const size_t offset : {at_driver::spareVarList, at_driver::protocolList, at_driver::extendVars}) {
+    for (const size_t offset : {at_driver::readVarList, at_driver::onceReadVarList, at_driver::spareVarList,
+                                at_driver::protocolList, at_driver::extendVars}) {
         EXPECT_TRUE(list(offset).isEmpty()) << offset;
     }
 }

@@ -87,8 +87,9 @@ TEST_F(Queues, RecordsAsTheyStandAreQueuedUnlessTheirCountIsImpossible) {
         EXPECT_EQ(AddListWriteVar(&var, mode), 0);
         EXPECT_EQ(AddListOnceReadVar(&var, mode), 0);
     }
+    const std::string twice = text + " " + text;
     for (const QList<RW_VAR> &list : {PLC_driver.onceReadVarList, PLC_driver.writeVarList, PLC_driver.readVarList}) {
-        EXPECT_EQ(listText(list), text + " " + text);
+        EXPECT_EQ(listText(list), twice);
     }
 }
 
