@@ -56,7 +56,7 @@ TEST_F(FinishedRequests, CyclicReadsRotateDoneOrFailedWithoutCallback) {
 
 TEST_F(FinishedRequests, CallbacksMayReadAndWriteValues) {
     queueWrite("7@10+1=3412:1/2");
-    duringCallback = [this](QList<RW_VAR> *list) {
+    duringCallback = [](QList<RW_VAR> *list) {
         if (list != nullptr) {
             list->append(record("7@99+1"));  // dropped
             return;
