@@ -37,27 +37,27 @@ void SaveToLocalDataErea(QByteArray *reply) {
         SpecialRegisterSave(reply);
         return;
     }
-    const ElementType *type = findElementType(var.elemType);
+    const dravo::ElementType *type = dravo::findElementType(var.elemType);
     if (!type) {
         return;
     }
     QByteArray data = replyData(*reply, request);
     ControlInformationM element = cacheWalk(var.station, var.elemType, var.count);
     switch (type->elementClass) {
-        case BitClass:
+        case dravo::BitClass:
             for (qint64 i = 0; i < qMin<qint64>(var.count, qint64(data.size()) * 8); ++i) {
                 *entryBytes(element, var.address + i) = char(valueBit(data, i));
             }
             break;
-        case WordClass:
+        case dravo::WordClass:
             storeRegisters(element, var.address, data, 2);
             break;
-        case DoubleWordClass:
+        case dravo::DoubleWordClass:
             data.truncate(data.size() / 4 * 4);  // an incomplete element is skipped
             storeRegisters(element, var.address, data, 4);
             break;
-        case WordPairClass:
-        case BitInWordClass:
+        case dravo::WordPairClass:
+        case dravo::BitInWordClass:
             break;  // read only after normalisation; a record queued as it stands has nothing to store
     }
 }

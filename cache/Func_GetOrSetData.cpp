@@ -59,11 +59,11 @@ QByteArray firstBytes(const QByteArray &values, int size) {
     return bytes;
 }
 
-QByteArray recordData(ElementClass elementClass, const QByteArray &values, int elements) {
+QByteArray recordData(dravo::ElementClass elementClass, const QByteArray &values, int elements) {
     switch (elementClass) {
-        case BitClass:
+        case dravo::BitClass:
             return packedBits(values, elements);
-        case BitInWordClass:
+        case dravo::BitInWordClass:
             return switchBytes(values, elements);
         default:
             return firstBytes(values, qMax(elements, 0) * kWriteLayouts[elementClass].elementBytes);
@@ -78,14 +78,14 @@ void queueForDevice(const RW_VAR &record) {
     }
 }
 
-void queueInPieces(const RW_VAR &whole, ElementClass elementClass) {
-    if (elementClass == BitClass) {
+void queueInPieces(const RW_VAR &whole, dravo::ElementClass elementClass) {
+    if (elementClass == dravo::BitClass) {
         queueForDevice(whole);  // bit writes are not cut by the frame limit
         return;
     }
     const WriteLayout &layout = kWriteLayouts[elementClass];
     const int limit =
-        elementClass == BitInWordClass ? 1 : frameLimit(PLC_driver.comInfo->maxGroupLength, whole.elemType);
+        elementClass == dravo::BitInWordClass ? 1 : frameLimit(PLC_driver.comInfo->maxGroupLength, whole.elemType);
     const RequestPieces pieces = {whole.address, layout.addressStep, whole.count, limit};
     forEachPiece(pieces, [&](int address, int first, int count) {
         RW_VAR piece = whole;
@@ -96,27 +96,27 @@ void queueInPieces(const RW_VAR &whole, ElementClass elementClass) {
     });
 }
 
-QByteArray cachedValues(const ElementType &type, ControlInformationM &element, qint64 address) {
+QByteArray cachedValues(const dravo::ElementType &type, ControlInformationM &element, qint64 address) {
     QByteArray values;
     const int count = element.count;
     switch (type.elementClass) {
-        case BitClass:
-        case WordClass:
-        case DoubleWordClass: {
+        case dravo::BitClass:
+        case dravo::WordClass:
+        case dravo::DoubleWordClass: {
             const int entrySize = cacheEntrySize(element.elemType);
-            const int elements = type.elementClass == DoubleWordClass ? (count + 1) / 2 : count;
+            const int elements = type.elementClass == dravo::DoubleWordClass ? (count + 1) / 2 : count;
             for (qint64 i = 0; i < elements; ++i) {
                 values.append(entryBytes(element, address + i), entrySize);
             }
             break;
         }
-        case WordPairClass:  // the low half lies at the higher address
+        case dravo::WordPairClass:  // the low half lies at the higher address
             for (qint64 i = 0; i < (count + 1) / 2; ++i) {
                 values.append(entryBytes(element, address + 2 * i + 1), 2);
                 values.append(entryBytes(element, address + 2 * i), 2);
             }
             break;
-        case BitInWordClass:
+        case dravo::BitInWordClass:
             for (qint64 i = 0; i < count; ++i) {
                 values.append(char(wordBit(element, address + i)));
             }
@@ -138,7 +138,7 @@ int GetRegisterData(const QString & /*firstArg*/, int elemType, const QString &a
         out = zeroBytes(count);
         return 0;
     }
-    const ElementType *type = findElementType(elemType);
+    const dravo::ElementType *type = dravo::findElementType(elemType);
     if (!type) {
         out = zeroBytes(count);
         return 1;
@@ -160,7 +160,7 @@ int SetRegisterData(const QString &label, int elemType, const QString &addressTe
         return 0;
     }
     const bool toDevice = comInfo.writeMode == kWriteToDevice;
-    if (const ElementType *type = findElementType(elemType)) {
+    if (const dravo::ElementType *type = dravo::findElementType(elemType)) {
         const int registers = kWriteLayouts[type->elementClass].registersPerElement;
         const int elements = registers == 2 ? saturated((qint64(count) + 1) / 2) : count;
         RW_VAR record = driverRecord(comInfo);

@@ -30,7 +30,7 @@ void storeWordPairs(ControlInformationM &element, qint64 address, const QByteArr
 }  // namespace
 
 void WriteDataToLocal(RW_VAR *var) {
-    const ElementType *type = findElementType(var->elemType);
+    const dravo::ElementType *type = dravo::findElementType(var->elemType);
     if (!type || var->count > kMaxElementCount) {
         return;
     }
@@ -39,25 +39,25 @@ void WriteDataToLocal(RW_VAR *var) {
     const qint64 address = var->address;
     const qint64 count = var->count;
     switch (type->elementClass) {
-        case BitClass:
+        case dravo::BitClass:
             padTo(var->data, (count + 7) / 8);
             for (qint64 i = 0; i < count; ++i) {
                 *entryBytes(element, address + i) = char(valueBit(var->data, i));
             }
             break;
-        case WordClass:
+        case dravo::WordClass:
             padTo(var->data, count * 2);
             storeEntries(element, address, var->data, 2);
             break;
-        case DoubleWordClass:
+        case dravo::DoubleWordClass:
             padTo(var->data, count * 4);
             storeEntries(element, address, var->data, 4);
             break;
-        case WordPairClass:
+        case dravo::WordPairClass:
             padTo(var->data, count * 4);
             storeWordPairs(element, address, var->data);
             break;
-        case BitInWordClass:
+        case dravo::BitInWordClass:
             padTo(var->data, count);
             for (qint64 i = 0; i < count; ++i) {
                 if ((address + i) % 16 >= 0) {  // a negative remainder names no bit

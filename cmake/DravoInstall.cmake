@@ -6,7 +6,7 @@ set_target_properties(korvel_dravo_port PROPERTIES EXPORT_NAME dravo_port)
 set_target_properties(dravo_qtcore PROPERTIES EXPORT_NAME qtcore)
 install(TARGETS korvel_dravo_port dravo_qtcore EXPORT korvel-dravo-port-targets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
-install(FILES include/korvel_dravo_port.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+install(FILES include/korvel_dravo_port.h include/korvel_dravo_elements.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/korvel-dravo-port)
 install(EXPORT korvel-dravo-port-targets NAMESPACE korvel:: DESTINATION ${package_dir} COMPONENT development)

@@ -26,7 +26,7 @@ void ReadRegister(RW_VAR *var) {
 }
 
 void ReadAnalog(RW_VAR *var) {
-    const ElementType *type = findElementType(var->elemType);
+    const dravo::ElementType *type = dravo::findElementType(var->elemType);
     const ReadForm &form = type ? kReadForms[type->elementClass] : kNoReadForm;
     QByteArray frame;
     putU8(frame, var->station);

@@ -36,12 +36,12 @@ WriteForm multipleRegisters(const RW_VAR &var, int registersPerElement) {
 
 WriteForm writeForm(const RW_VAR &var) {
     WriteForm form = {0, QByteArray()};
-    const ElementType *type = findElementType(var.elemType);
+    const dravo::ElementType *type = dravo::findElementType(var.elemType);
     if (!type) {
         return form;
     }
     switch (type->elementClass) {
-        case BitClass:
+        case dravo::BitClass:
             if (var.count == 1) {
                 form.functionCode = 5;
                 putU16(form.values, valueByte(var.data, 0) != 0 ? 0xFF00 : 0x0000);
@@ -52,17 +52,17 @@ WriteForm writeForm(const RW_VAR &var) {
                 form.values.append(var.data);
             }
             return form;
-        case WordClass:
+        case dravo::WordClass:
             if (var.count != 1) {
                 return multipleRegisters(var, 1);
             }
             form.functionCode = 6;
             appendElements(form.values, var.data, 1, 2);
             return form;
-        case DoubleWordClass:
-        case WordPairClass:
+        case dravo::DoubleWordClass:
+        case dravo::WordPairClass:
             return multipleRegisters(var, 2);
-        case BitInWordClass:
+        case dravo::BitInWordClass:
             break;
     }
     return form;
@@ -89,8 +89,8 @@ void queueMergedWrite(const RW_VAR &var) {
 }  // namespace
 
 void WriteRegister(RW_VAR *var) {
-    const ElementType *type = findElementType(var->elemType);
-    if (type && type->elementClass == BitInWordClass) {
+    const dravo::ElementType *type = dravo::findElementType(var->elemType);
+    if (type && type->elementClass == dravo::BitInWordClass) {
         queueMergedWrite(*var);
     } else {
         WriteAnalog(var);

@@ -20,8 +20,8 @@ int bitInWordAddress(const QString &text) {
 }  // namespace
 
 int StringAddressToInt(int type, QString text) {
-    const ElementType *row = findElementType(type);
-    if (row && row->elementClass == BitInWordClass) {
+    const dravo::ElementType *row = dravo::findElementType(type);
+    if (row && row->elementClass == dravo::BitInWordClass) {
         return bitInWordAddress(text);
     }
     bool converted = false;

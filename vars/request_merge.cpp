@@ -118,17 +118,17 @@ void function_rw_var_add_write(QList<RW_VAR> &list, RW_VAR &var) {
 }
 
 void appendDriverRead(QList<RW_VAR> &list, RW_VAR &var) {
-    appendRead(list, var, addressMapBound(var.elemType));
+    appendRead(list, var, dravo::addressMapBound(var.elemType));
 }
 
 void reviseDriverRead(QList<RW_VAR> &list, RW_VAR &var) {
-    reviseLast(list, var, addressMapBound(var.elemType));
+    reviseLast(list, var, dravo::addressMapBound(var.elemType));
 }
 
 void appendDriverWrite(QList<RW_VAR> &list, const RW_VAR &var) {
-    const ElementType *type = findElementType(var.elemType);
-    const int bound = addressMapBound(var.elemType);
-    if (type && type->elementClass == WordPairClass) {
+    const dravo::ElementType *type = dravo::findElementType(var.elemType);
+    const int bound = dravo::addressMapBound(var.elemType);
+    if (type && type->elementClass == dravo::WordPairClass) {
         if (var.address < bound && qint64(var.address) + 2 * qint64(var.count) > bound) {
             appendCutPairs(list, var, bound);
         } else {

@@ -1,0 +1,32 @@
+// Tables of cases as tests write them: fields between "|", one case a line, its name first. The first line titles the
+// columns, and columns are read by title. A line of another width, a title that the table does not have and a field
+// that is no number end the test with the line.
+#ifndef DRAVO_TESTS_TABLE_H
+#define DRAVO_TESTS_TABLE_H
+
+#include <string>
+#include <vector>
+
+class TableRow {
+public:
+    TableRow(const std::vector<std::string> &titles, const std::vector<std::string> &fields, const std::string &text);
+
+    /// The field of a column as it stands; blanks around it are dropped.
+    const std::string &text(const char *title) const;
+    const char *operator[](const char *title) const { return text(title).c_str(); }
+    int number(const char *title) const;
+    bool empty(const char *title) const { return text(title).empty(); }
+
+    /// The case as it is written, for SCOPED_TRACE.
+    const std::string &line() const { return line_; }
+
+private:
+    std::vector<std::string> titles_;
+    std::vector<std::string> fields_;
+    std::string line_;
+};
+
+/// The cases of a table.
+std::vector<TableRow> table(const char *text);
+
+#endif  // DRAVO_TESTS_TABLE_H
