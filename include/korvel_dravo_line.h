@@ -60,23 +60,23 @@ enum EchoMode { EchoAuto, EchoOn, EchoOff };
 struct LineSettings {
     LineSettings();  // what the comments say
 
-    int baud;                // bits per second, above 0: 19200
-    int bitsPerCharacter;    // start, data, parity and stop bits, 10 to 12: 11
-    qint64 timeoutUs;        // from the end of sending to the first byte of the answer: 500000
-    qint64 lifetimeUs;       // the reply lifetime, from the end of sending to the answer's last byte; 0: three timeouts
-    qint64 startSilenceUs;   // before the first frame, and after restart(); below 0: one lifetime
-    qint64 turnaroundUs;     // time the stations have to carry out a broadcast: 100000
-    qint64 silenceUs;        // no byte for so long ends what was arriving, at least 3.5 characters: 20000, since a USB
-                             // converter hands bytes on every 16 ms
-    qint64 busyPauseUs;      // before a request that was answered with exception 5 or 6 is sent again: 200000
-    EchoMode echo;           // EchoAuto
-    bool answersMayDouble;   // entries stay for their full lifetime: false
-    int retries;             // times that a request is sent again: 2
-    int frameLimit;          // registers in a request, eight times as many coils: 32
-    int remoteNode;          // 0 to 255: requests are remote frames for this node; -1: controller frames
-    int downAfter;           // requests in a row without any answer that make a station down; 0: never. 3
-    qint64 firstProbeUs;     // from a station's going down to its first probe; doubled after each: 1000000
-    qint64 longestProbeUs;   // longest time between two probes: 30000000
+    int baud;               // bits per second, above 0: 19200
+    int bitsPerCharacter;   // start, data, parity and stop bits, 10 to 12: 11
+    qint64 timeoutUs;       // from the end of sending to the first byte of the answer: 500000
+    qint64 lifetimeUs;      // the reply lifetime, from the end of sending to the answer's last byte; 0: three timeouts
+    qint64 startSilenceUs;  // before the first frame, and after restart(); below 0: one lifetime
+    qint64 turnaroundUs;    // time the stations have to carry out a broadcast: 100000
+    qint64 silenceUs;       // no byte for so long ends what was arriving, at least 3.5 characters: 20000, since a USB
+                            // converter hands bytes on every 16 ms
+    qint64 busyPauseUs;     // before a request that was answered with exception 5 or 6 is sent again: 200000
+    EchoMode echo;          // EchoAuto
+    bool answersMayDouble;  // entries stay for their full lifetime: false
+    int retries;            // times that a request is sent again: 2
+    int frameLimit;         // registers in a request, eight times as many coils: 32
+    int remoteNode;         // 0 to 255: requests are remote frames for this node; -1: controller frames
+    int downAfter;          // requests in a row without any answer that make a station down; 0: never. 3
+    qint64 firstProbeUs;    // from a station's going down to its first probe; doubled after each: 1000000
+    qint64 longestProbeUs;  // longest time between two probes: 30000000
 };
 
 /// What to do now.
@@ -85,6 +85,41 @@ struct Step {
     Kind kind;
     QByteArray bytes;  // Send: all of them at once
     qint64 untilUs;    // Wait: nothing to do before, unless bytes arrive or an operation is asked for
+};
+
+/// What has happened.
+struct LineEvent {
+    enum Kind {
+        Exchange,     // one sending has been judged
+        Operation,    // a write or one-shot read is over
+        StationDown,  // too many requests in a row without an answer: its cyclic reads rest
+        StationUp
+    };
+    enum Failure {
+        None,
+        NoAnswer,  // nothing came, or nothing of that station
+        Damaged,   // bytes came, and no frame that fits
+        Refused    // an exception
+    };
+    LineEvent();
+
+    Kind kind;
+    int station;
+    bool over;     // Exchange: the driver's operation is finished, well or badly; else the same is sent again, or
+                   // the other half of a bit write follows
+    bool cyclic;   // Exchange: of a cyclic read
+    bool write;    // Exchange: of a write; a bit write's read half is none
+    int elemType;  // Exchange: as carried on the line, and so address and count
+    int address;
+    int count;
+    int code;            // Exchange, Operation: the driver's result code
+    Failure failure;     // Exchange, Operation
+    int exceptionCode;   // Exchange, Operation: where Refused, else 0
+    qint64 replyUs;      // Exchange: from the end of sending to the answer's last byte; below 0: there was none
+    QByteArray request;  // Exchange: the frame sent, and the answer to it that was believed; empty: none
+    QByteArray reply;
+    int operation;  // Operation: its number
+    bool done;      // Operation
 };
 
 }  // namespace dravo

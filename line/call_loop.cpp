@@ -1,0 +1,364 @@
+#include "line/call_loop.h"
+
+#include <limits>
+
+#include "line/frame_bytes.h"
+
+namespace dravo {
+
+namespace {
+
+const qint64 kNever = std::numeric_limits<qint64>::max();
+const int kCyclicItemId = -1;  // with ownerId 0: the driver's mark of its cyclic entries
+const int kLongestModbusFrame = 256;
+const int kMostEvents = 4096;  // of exchanges that nobody takes
+
+bool isFinal(int exceptionCode) {
+    return exceptionCode >= 1 && exceptionCode <= 3;  // illegal function, address, value: it stays so
+}
+
+bool isBusy(int exceptionCode) {
+    return exceptionCode == 5 || exceptionCode == 6;
+}
+
+// Settings that are in range whatever the host gives, so that no sum of times overflows.
+LineSettings inRange(const LineSettings &given) {
+    const qint64 longest = 24 * 3600 * 1000000LL;
+    LineSettings settings = given;
+    settings.baud = qBound(50, given.baud, 100000000);
+    settings.bitsPerCharacter = qBound(7, given.bitsPerCharacter, 16);
+    settings.timeoutUs = qBound<qint64>(1, given.timeoutUs, longest);
+    const qint64 lifetimeUs = given.lifetimeUs <= 0 ? 3 * settings.timeoutUs : given.lifetimeUs;
+    settings.lifetimeUs = qBound(settings.timeoutUs, lifetimeUs, 3 * longest);
+    settings.startSilenceUs = given.startSilenceUs < 0 ? settings.lifetimeUs : qMin(given.startSilenceUs, 3 * longest);
+    settings.turnaroundUs = qBound<qint64>(0, given.turnaroundUs, longest);
+    settings.silenceUs = qBound<qint64>(0, given.silenceUs, longest);
+    settings.busyPauseUs = qBound<qint64>(0, given.busyPauseUs, longest);
+    settings.firstProbeUs = qBound<qint64>(1, given.firstProbeUs, longest);
+    settings.longestProbeUs = qBound(settings.firstProbeUs, given.longestProbeUs, longest);
+    return settings;
+}
+
+Step waitUntil(qint64 us) {
+    const Step step = {Step::Wait, QByteArray(), us};
+    return step;
+}
+
+bool isCyclic(const RW_VAR &var) {
+    return var.ownerId == 0 && var.itemId == kCyclicItemId && var.accessFlag == 0;
+}
+
+}  // namespace
+
+CallLoop::CallLoop(const LineSettings &settings, DriverPort &port, qint64 nowUs)
+    : settings_(inRange(settings)),
+      times_(settings_),
+      port_(port),
+      outstanding_(settings.answersMayDouble),
+      echo_(settings.echo),
+      stations_(settings_),
+      nowUs_(nowUs),
+      lineFreeUs_(nowUs),
+      pauseUntilUs_(nowUs),
+      phase_(Idle),
+      current_() {
+    restart(nowUs);
+}
+
+void CallLoop::restart(qint64 nowUs) {
+    advance(nowUs);
+    finder_.clear();
+    echo_.restart();
+    lineFreeUs_ = nowUs_ + settings_.startSilenceUs;
+    if (phase_ == Waiting || phase_ == Turnaround) {
+        phase_ = Ready;  // the driver still has it outstanding: it is sent again
+        current_.isFirstTry = false;
+    }
+}
+
+void CallLoop::operationQueued(int operation, int station) {
+    operations_.insert(operation, station);
+    if (stations_.isDown(station)) {
+        DriverPort::setStation(station, true);  // or the driver would drop it without a word
+    }
+}
+
+QList<LineEvent> CallLoop::takeEvents() {
+    const QList<LineEvent> taken = events_;
+    events_.clear();
+    return taken;
+}
+
+void CallLoop::advance(qint64 nowUs) {
+    const qint64 farthest = kNever / 4;  // times that follow are sums with it
+    nowUs_ = qMax(nowUs_, qMin(nowUs, farthest));
+}
+
+void CallLoop::received(const QByteArray &bytes, qint64 nowUs) {
+    advance(nowUs);
+    finder_.received(bytes, nowUs_);
+    sortInput();
+}
+
+// Frames first, then the entries that nothing can answer any more: a frame counts when it arrived.
+void CallLoop::sortInput() {
+    const bool silent = nowUs_ >= finder_.lastByteUs() + times_.silenceUs();
+    Frame frame;
+    while (finder_.take(outstanding_, echo_, silent, &frame)) {
+        sortOut(frame);
+    }
+    const qint64 sortedUs = finder_.isArriving() ? finder_.arrivingSinceUs() : nowUs_;
+    outstanding_.expire(sortedUs);
+    echo_.expire(sortedUs);
+}
+
+void CallLoop::sortOut(const Frame &frame) {
+    if (phase_ == Waiting && frame.start >= current_.positionAtSending) {
+        current_.framedBytes += frame.bytes.size();
+    }
+    if (echo_.take(frame)) {
+        return;
+    }
+    const bool waits = phase_ == Waiting && !current_.answered;
+    const Outstanding::Match match = outstanding_.take(frame, waits ? current_.shape.frame : QByteArray());
+    if (match == Outstanding::Foreign) {
+        return;
+    }
+    const int station = byteOf(frame.bytes, 0);
+    if (stations_.heard(station)) {
+        DriverPort::setStation(station, true);
+        LineEvent up;
+        up.kind = LineEvent::StationUp;
+        up.station = station;
+        events_.append(up);
+    }
+    current_.heard = current_.heard || station == current_.shape.station;
+    if (match == Outstanding::Answer) {
+        current_.answered = true;
+        current_.answer = frame;
+    }
+}
+
+Step CallLoop::next(qint64 nowUs) {
+    advance(nowUs);
+    sortInput();
+    for (;;) {
+        qint64 untilUs = 0;
+        switch (phase_) {
+            case Idle:
+                if (!fetch()) {
+                    return waitUntil(stations_.nextDueUs());
+                }
+                break;
+            case Ready:
+                untilUs = readyUs();
+                if (nowUs_ < untilUs) {
+                    return waitUntil(untilUs);
+                }
+                return send();
+            case Waiting:
+                if (!isConcluded(&untilUs)) {
+                    return waitUntil(untilUs);
+                }
+                conclude();
+                break;
+            case Turnaround:
+                if (nowUs_ < lineFreeUs_) {
+                    return waitUntil(lineFreeUs_);
+                }
+                concludeBroadcast();
+                break;
+        }
+    }
+}
+
+// Takes the driver's next request. False: there is none.
+bool CallLoop::fetch() {
+    const QList<int> due = stations_.takeDue(nowUs_);
+    for (int i = 0; i < due.size(); ++i) {
+        DriverPort::setStation(due.at(i), true);
+    }
+    const Protocol *request = port_.request();
+    if (!request) {
+        return false;
+    }
+    current_ = Current();
+    current_.shape = shapeOf(*request, port_.remote());
+    current_.var = request->var;
+    current_.cyclic = isCyclic(request->var);
+    current_.isFirstTry = true;
+    current_.readySinceUs = nowUs_;
+    port_.startTries();
+    const int station = current_.var.station;
+    if (stations_.isDown(station)) {
+        current_.isProbe = current_.cyclic;
+        if (current_.isProbe) {
+            port_.endTries();
+        }
+        if (!hasOperations(station)) {
+            DriverPort::setStation(station, false);
+        }
+    }
+    phase_ = Ready;
+    return true;
+}
+
+// When the request may go out. A line that never falls silent is not waited for.
+qint64 CallLoop::readyUs() const {
+    qint64 us = qMax(lineFreeUs_, pauseUntilUs_);
+    if (current_.isFirstTry) {
+        us = qMax(us, outstanding_.heldUntil(current_.shape, current_.cyclic, nowUs_));
+    }
+    if (finder_.position() == 0) {
+        return us;
+    }
+    const qint64 quietUs = finder_.lastByteUs() + (finder_.isArriving() ? times_.silenceUs() : times_.gapUs());
+    return qMax(us, qMin(quietUs, current_.readySinceUs + settings_.timeoutUs));
+}
+
+Step CallLoop::send() {
+    const QByteArray &frame = current_.shape.frame;
+    current_.positionAtSending = finder_.position();
+    current_.framedBytes = 0;
+    current_.answered = false;
+    phase_ = current_.shape.station == 0 ? Turnaround : Waiting;
+    setEndOfSending();
+    const qint64 expiresUs = current_.endOfSendingUs + settings_.lifetimeUs;
+    outstanding_.sent(current_.shape, current_.positionAtSending, expiresUs);
+    echo_.sent(current_.shape, current_.positionAtSending, expiresUs);
+    const Step step = {Step::Send, frame, nowUs_};
+    return step;
+}
+
+void CallLoop::setEndOfSending() {
+    current_.endOfSendingUs = nowUs_ + times_.charactersUs(current_.shape.frame.size());
+    lineFreeUs_ = current_.endOfSendingUs + (phase_ == Turnaround ? settings_.turnaroundUs : times_.gapUs());
+}
+
+void CallLoop::sent(qint64 nowUs) {
+    advance(nowUs);
+    if (phase_ != Waiting && phase_ != Turnaround) {
+        return;
+    }
+    setEndOfSending();
+    echo_.delayLast(current_.endOfSendingUs + settings_.lifetimeUs);
+    if (phase_ == Waiting) {
+        outstanding_.delayLast(current_.endOfSendingUs + settings_.lifetimeUs);
+    }
+}
+
+// Whether the wait for an answer is over. A frame that has begun in time is let finish; a line that babbles on is not.
+bool CallLoop::isConcluded(qint64 *untilUs) const {
+    if (current_.answered) {
+        return true;
+    }
+    const bool waitsOn = !port_.isLastTry() && stations_.answeredLast(current_.var.station);
+    const qint64 patienceUs = waitsOn ? settings_.lifetimeUs : settings_.timeoutUs;
+    const qint64 deadlineUs = current_.endOfSendingUs + patienceUs;
+    const qint64 silentUs = finder_.lastByteUs() + times_.silenceUs();
+    const bool arriving = finder_.isArriving() && nowUs_ < silentUs;
+    if (nowUs_ < deadlineUs) {
+        *untilUs = arriving ? qMin(deadlineUs, silentUs) : deadlineUs;
+        return false;
+    }
+    if (arriving && nowUs_ < deadlineUs + times_.charactersUs(kLongestModbusFrame)) {
+        *untilUs = silentUs;
+        return false;
+    }
+    return true;
+}
+
+void CallLoop::conclude() {
+    if (!current_.shape.looksAnswered && !current_.shape.isWrite) {
+        echo_.readFinished(current_.answered && current_.isFirstTry &&
+                           current_.answer.start == current_.positionAtSending);
+    }
+    if (!current_.answered) {
+        const bool silence = finder_.position() - current_.positionAtSending == current_.framedBytes;
+        finishTry(port_.judge(silence ? QByteArray() : DriverPort::refusable()),
+                  silence ? LineEvent::NoAnswer : LineEvent::Damaged, 0);
+        return;
+    }
+    const QByteArray &answer = current_.answer.bytes;
+    if ((byteOf(answer, 1) & kExceptionBit) == 0) {
+        const DriverPort::Verdict verdict = port_.judge(answer);
+        finishTry(verdict, verdict.good ? LineEvent::None : LineEvent::Damaged, 0);
+        return;
+    }
+    const int exceptionCode = byteOf(answer, 2);
+    if (isFinal(exceptionCode)) {
+        port_.endTries();
+    }
+    const DriverPort::Verdict verdict = port_.judge(answer);
+    if (isBusy(exceptionCode) && !verdict.over) {
+        pauseUntilUs_ = nowUs_ + settings_.busyPauseUs;
+    }
+    finishTry(verdict, LineEvent::Refused, exceptionCode);
+}
+
+void CallLoop::concludeBroadcast() {
+    finishTry(port_.judge(QByteArray()), LineEvent::None, 0);
+}
+
+void CallLoop::finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure failure, int exceptionCode) {
+    LineEvent exchange;
+    exchange.kind = LineEvent::Exchange;
+    exchange.station = current_.var.station;
+    exchange.over = verdict.over;
+    exchange.cyclic = current_.cyclic;
+    exchange.write = current_.shape.isWrite;
+    exchange.elemType = current_.var.elemType;
+    exchange.address = current_.var.address;
+    exchange.count = current_.var.count;
+    exchange.code = verdict.code;
+    exchange.failure = failure;
+    exchange.exceptionCode = exceptionCode;
+    exchange.request = current_.shape.frame;
+    exchange.reply = current_.answered ? current_.answer.bytes : QByteArray();
+    exchange.replyUs = current_.answered ? current_.answer.arrivedUs - current_.endOfSendingUs : -1;
+    events_.append(exchange);
+    if (verdict.over && !verdict.good && !current_.heard) {
+        missed(current_.var.station);
+    }
+    tellOperations(exchange);
+    const bool again = !verdict.good && !verdict.over;
+    current_.isFirstTry = false;
+    current_.readySinceUs = nowUs_;
+    phase_ = again ? Ready : Idle;
+    if (again && !port_.request()) {  // the host has unbound the driver
+        phase_ = Idle;
+    }
+}
+
+void CallLoop::tellOperations(const LineEvent &exchange) {
+    const QList<DriverPort::Finished> finished = port_.takeFinished();
+    for (int i = 0; i < finished.size(); ++i) {
+        LineEvent over = exchange;
+        over.kind = LineEvent::Operation;
+        over.operation = finished.at(i).operation;
+        over.done = finished.at(i).done;
+        over.station = operations_.take(over.operation);
+        events_.append(over);
+        if (stations_.isDown(over.station) && !hasOperations(over.station)) {
+            DriverPort::setStation(over.station, false);
+        }
+    }
+    while (events_.size() > kMostEvents && events_.at(0).kind == LineEvent::Exchange) {
+        events_.removeFirst();
+    }
+}
+
+void CallLoop::missed(int station) {
+    const bool goesDown = stations_.missed(station, nowUs_, outstanding_.expectedUntil(station) + 1);
+    if (stations_.isDown(station) && !hasOperations(station)) {
+        DriverPort::setStation(station, false);
+    }
+    if (goesDown) {
+        LineEvent down;
+        down.kind = LineEvent::StationDown;
+        down.station = station;
+        events_.append(down);
+    }
+}
+
+}  // namespace dravo

@@ -1,0 +1,86 @@
+// The driver's call loop: what goes on the line when, and what the driver is told. Communication thread.
+#ifndef DRAVO_LINE_CALL_LOOP_H
+#define DRAVO_LINE_CALL_LOOP_H
+
+#include <QtCore/QHash>
+
+#include "korvel_dravo_line.h"
+#include "line/driver_port.h"
+#include "line/echo_watch.h"
+#include "line/frame_finder.h"
+#include "line/line_times.h"
+#include "line/outstanding.h"
+#include "line/station_backoff.h"
+
+namespace dravo {
+
+class CallLoop {
+public:
+    CallLoop(const LineSettings &settings, DriverPort &port, qint64 nowUs);
+
+    void received(const QByteArray &bytes, qint64 nowUs);
+    Step next(qint64 nowUs);
+    /// The bytes of the last Step::Send have been handed to the port.
+    void sent(qint64 nowUs);
+    /// The port was closed and opened again: what was on the line is lost or may still come.
+    void restart(qint64 nowUs);
+
+    /// An operation of the station is queued in the driver, or over. In between the station's requests go out even
+    /// while it is down.
+    void operationQueued(int operation, int station);
+
+    QList<LineEvent> takeEvents();
+    const StationBackoff &stations() const { return stations_; }
+
+private:
+    enum Phase { Idle, Ready, Waiting, Turnaround };
+    /// The request that the driver has handed out.
+    struct Current {
+        RequestShape shape;
+        RW_VAR var;
+        bool cyclic;
+        bool isProbe;  // of a station that is down: one try
+        bool isFirstTry;
+        qint64 readySinceUs;
+        qint64 positionAtSending;
+        qint64 endOfSendingUs;
+        bool heard;          // its station sent something valid since the first try
+        qint64 framedBytes;  // that came as whole frames since the last sending
+        bool answered;
+        Frame answer;
+    };
+
+    void advance(qint64 nowUs);
+    void sortInput();
+    void sortOut(const Frame &frame);
+    bool fetch();
+    qint64 readyUs() const;
+    Step send();
+    void setEndOfSending();
+    bool isConcluded(qint64 *untilUs) const;
+    void conclude();
+    void concludeBroadcast();
+    void finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure failure, int exceptionCode);
+    void tellOperations(const LineEvent &exchange);
+    void missed(int station);
+    bool hasOperations(int station) const { return operations_.key(station, 0) != 0; }
+
+    LineSettings settings_;
+    LineTimes times_;
+    DriverPort &port_;
+    FrameFinder finder_;
+    Outstanding outstanding_;
+    EchoWatch echo_;
+    StationBackoff stations_;
+    qint64 nowUs_;
+    qint64 lineFreeUs_;
+    qint64 pauseUntilUs_;  // a busy controller's
+    Phase phase_;
+    Current current_;
+    QHash<int, int> operations_;  // those that are queued, and their stations
+    QList<LineEvent> events_;
+};
+
+}  // namespace dravo
+
+#endif  // DRAVO_LINE_CALL_LOOP_H

@@ -1,0 +1,101 @@
+#include "line/driver_port.h"
+
+namespace dravo {
+
+namespace {
+
+const int kOwnerId = 12;  // the first that adds nothing to a failure code
+const int kCheckingMode = 0;
+const int kWritesGoToDevice = 2;
+const int kDone = 1;  // code of the callback
+
+}  // namespace
+
+DriverPort::DriverPort(const LineSettings &settings) : comInfo_() {
+    comInfo_.maxGroupLength = settings.frameLimit;
+    comInfo_.retryTimes = qMax(settings.retries, 0);
+    comInfo_.useVarStation = 1;
+    comInfo_.writeMode = kWritesGoToDevice;
+    comInfo_.hostContext = this;
+    if (settings.remoteNode >= 0) {
+        // Records that the driver builds name the own node, so the own node is the one asked for: then replies are
+        // stored and callbacks come, as for a controller on the line.
+        comInfo_.remoteMode = 1;
+        comInfo_.localNode = settings.remoteNode;
+    }
+    SetComInfo(&comInfo_);
+    RegistCallBackFuncIntf(&DriverPort::onVariable, 0);
+    setStation(-1, true);
+}
+
+DriverPort::~DriverPort() {
+    RegistCallBackFuncIntf(0, 0);
+    SetComInfo(0);
+}
+
+// Null comes once after five writes or one-shot reads in a row with nothing else to send; the next call goes on.
+const Protocol *DriverPort::request() {
+    const Protocol *next = ComCommunication();
+    return next ? next : ComCommunication();
+}
+
+DriverPort::Verdict DriverPort::judge(QByteArray reply) {
+    Verdict verdict = {DataCom(&reply, reply.size())->retValue, false, false};
+    verdict.good = verdict.code == kResultGood || verdict.code == kResultRemoteGood;
+    verdict.over = verdict.good ? comInfo_.frameDone >= comInfo_.frameTotal : verdict.code != kResultRetry;
+    return verdict;
+}
+
+// Shorter than the shortest reply that it takes, and of no length that a request can expect.
+QByteArray DriverPort::refusable() {
+    return QByteArray(1, '\0');
+}
+
+void DriverPort::setCyclicReads(const QList<RW_VAR> &requests) {
+    QList<ReadVarEntry> none;
+    ReCreatReadVarList(&none);
+    for (int i = 0; i < requests.size(); ++i) {
+        RW_VAR request = requests.at(i);
+        AddListReadVar(&request);
+    }
+}
+
+int DriverPort::mergeCyclicReads(QList<ReadVarEntry> *variables) {
+    return ReCreatReadVarList(variables);
+}
+
+void DriverPort::write(int operation, const RW_VAR &variable, const QByteArray &values) {
+    SetRegisterData(variable.label, variable.elemType, variable.addressText, variable.station, values, variable.count,
+                    kOwnerId, operation);
+}
+
+bool DriverPort::readOnce(int operation, const RW_VAR &variable) {
+    RW_VAR record = variable;
+    record.ownerId = kOwnerId;
+    record.itemId = operation;
+    return AddListOnceReadVar(&record, kCheckingMode) != 0;
+}
+
+QList<DriverPort::Finished> DriverPort::takeFinished() {
+    const QList<Finished> taken = finished_;
+    finished_.clear();
+    return taken;
+}
+
+void DriverPort::setStation(int station, bool enabled) {
+    EnableEthernet(station, enabled ? 1 : 0);
+}
+
+RW_VAR DriverPort::ownRecord() const {
+    RW_VAR record = RW_VAR();
+    record.remoteMode = comInfo_.remoteMode;
+    record.nodeId = comInfo_.localNode;
+    return record;
+}
+
+void DriverPort::onVariable(void *port, int, int itemId, int code) {
+    const Finished finished = {itemId, code == kDone};
+    static_cast<DriverPort *>(port)->finished_.append(finished);
+}
+
+}  // namespace dravo

@@ -1,0 +1,72 @@
+// The one place that calls the driver: binding, call loop, lists, stations. Communication thread.
+#ifndef DRAVO_LINE_DRIVER_PORT_H
+#define DRAVO_LINE_DRIVER_PORT_H
+
+#include <QtCore/QHash>
+#include <QtCore/QList>
+
+#include "korvel_dravo_line.h"
+#include "korvel_dravo_port.h"
+
+namespace dravo {
+
+class DriverPort {
+public:
+    /// Binds the driver, which nobody else may have bound.
+    explicit DriverPort(const LineSettings &settings);
+    ~DriverPort();
+
+    bool remote() const { return comInfo_.remoteMode != 0; }
+
+    /// The request that the driver wants sent, the outstanding one again while it is unanswered; null: none.
+    const Protocol *request();
+    /// The request that is out gets its full number of tries, from now on.
+    void startTries() { comInfo_.retryCount = 0; }
+    /// The next bad reply is its last.
+    void endTries() { comInfo_.retryCount = comInfo_.retryTimes; }
+    bool isLastTry() const { return comInfo_.retryCount >= comInfo_.retryTimes; }
+
+    struct Verdict {
+        int code;  // result code of the driver
+        bool good;
+        bool over;  // the operation is finished, well or badly
+    };
+    /// Hands the driver what answered its request, or bytes that it is sure to refuse.
+    Verdict judge(QByteArray reply);
+
+    /// Bytes that the driver's check refuses as a reply to the request, whatever the line was full of.
+    static QByteArray refusable();
+
+    /// Replaces the cyclic reads by records as they stand.
+    void setCyclicReads(const QList<RW_VAR> &requests);
+    /// Replaces the cyclic reads by what the driver's own merge makes of the variables. @return requests in the list.
+    int mergeCyclicReads(QList<ReadVarEntry> *variables);
+
+    /// Queues a write or a one-shot read. Its end is one of finished().
+    void write(int operation, const RW_VAR &variable, const QByteArray &values);
+    bool readOnce(int operation, const RW_VAR &variable);
+
+    struct Finished {
+        int operation;
+        bool done;
+    };
+    /// The operations that have ended since the last call, in their order.
+    QList<Finished> takeFinished();
+
+    static void setStation(int station, bool enabled);
+
+    /// The fields that every record of the own node shares; everything else is 0 or empty.
+    RW_VAR ownRecord() const;
+
+private:
+    DriverPort(const DriverPort &);
+    DriverPort &operator=(const DriverPort &);
+    static void onVariable(void *port, int ownerId, int itemId, int code);
+
+    ComInfo comInfo_;
+    QList<Finished> finished_;
+};
+
+}  // namespace dravo
+
+#endif  // DRAVO_LINE_DRIVER_PORT_H

@@ -1,0 +1,58 @@
+// Finds whole frames in what arrives: behind noise, in any portions, several at once. A frame that is still arriving is
+// not searched for others.
+#ifndef DRAVO_LINE_FRAME_FINDER_H
+#define DRAVO_LINE_FRAME_FINDER_H
+
+#include <QtCore/QByteArray>
+#include <QtCore/QList>
+
+namespace dravo {
+
+struct Frame {
+    QByteArray bytes;  // CRC included and right
+    qint64 start;      // bytes received before its first one
+    qint64 arrivedUs;  // its last byte
+};
+
+class Outstanding;
+class EchoWatch;
+
+class FrameFinder {
+public:
+    FrameFinder() : position_(0), lastByteUs_(0) {}
+
+    void received(const QByteArray &bytes, qint64 nowUs);
+    /// Drops what has not become a frame.
+    void clear() { drop(bytes_.size()); }
+
+    /// The next whole frame, or false. Bytes that start none are dropped on the way.
+    /// @param silent  nothing more belongs to what has arrived so far.
+    bool take(const Outstanding &outstanding, const EchoWatch &echo, bool silent, Frame *frame);
+
+    /// Bytes received so far, from the first on.
+    qint64 position() const { return position_; }
+    qint64 lastByteUs() const { return lastByteUs_; }
+    /// Whether something has arrived that may become a frame.
+    bool isArriving() const { return !bytes_.isEmpty(); }
+    /// When the oldest byte that is still looked at arrived.
+    qint64 arrivingSinceUs() const { return arrivedUs(position_ - bytes_.size()); }
+
+private:
+    enum Claim { NothingStarts = 0, MayGrow = -1 };
+    int claimAt(int offset, const Outstanding &outstanding, const EchoWatch &echo, bool silent) const;
+    qint64 arrivedUs(qint64 position) const;
+    void drop(int count);
+
+    struct Portion {
+        qint64 end;  // position behind its last byte
+        qint64 us;
+    };
+    QByteArray bytes_;         // not yet sorted out
+    QList<Portion> portions_;  // that they came in
+    qint64 position_;
+    qint64 lastByteUs_;
+};
+
+}  // namespace dravo
+
+#endif  // DRAVO_LINE_FRAME_FINDER_H

@@ -1,0 +1,140 @@
+#include "line/outstanding.h"
+
+#include <limits.h>
+
+#include "line/frame_bytes.h"
+
+namespace dravo {
+
+void Outstanding::sent(const RequestShape &shape, qint64 position, qint64 expiresUs) {
+    if (shape.station == 0) {
+        ++broadcastWrites_;  // nothing answers it, and the turnaround is its time to be carried out
+        return;
+    }
+    const Entry entry = {shape, position, expiresUs, writesTo(shape.station)};
+    entries_.append(entry);
+    if (shape.isWrite) {
+        ++writes_[shape.station];
+    }
+}
+
+void Outstanding::expire(qint64 nowUs) {
+    for (int i = entries_.size() - 1; i >= 0; --i) {
+        if (entries_.at(i).expiresUs < nowUs) {
+            entries_.removeAt(i);
+        }
+    }
+}
+
+void Outstanding::delayLast(qint64 expiresUs) {
+    if (!entries_.isEmpty()) {
+        entries_.last().expiresUs = qMax(entries_.last().expiresUs, expiresUs);
+    }
+}
+
+qint64 Outstanding::heldUntil(const RequestShape &shape, bool cyclic, qint64 nowUs) const {
+    qint64 until = 0;
+    for (int i = 0; i < entries_.size(); ++i) {
+        const Entry &entry = entries_.at(i);
+        if (entry.expiresUs < nowUs) {
+            continue;
+        }
+        const bool servesAsWell =
+            cyclic && entry.shape.frame == shape.frame && entry.writesBefore == writesTo(shape.station);
+        const bool mistakable = answersLookAlike(entry.shape, shape) && !servesAsWell;
+        if (mistakable || (entry.shape.isWrite && overlap(entry.shape, shape))) {
+            until = qMax(until, entry.expiresUs + 1);
+        }
+    }
+    return until;
+}
+
+Outstanding::Match Outstanding::take(const Frame &reply, const QByteArray &waiting) {
+    if (byteOf(reply.bytes, 1) & kExceptionBit) {
+        return takeException(reply, waiting);
+    }
+    int late = -1;
+    for (int i = 0; i < entries_.size(); ++i) {
+        const Entry &entry = entries_.at(i);
+        if (!isAlive(entry, reply) || !entry.shape.fits(reply.bytes)) {
+            continue;
+        }
+        if (entry.shape.frame == waiting) {
+            answered(i);
+            return Answer;
+        }
+        late = late < 0 ? i : late;
+    }
+    if (late < 0) {
+        return Foreign;
+    }
+    answered(late);
+    return Late;
+}
+
+Outstanding::Match Outstanding::takeException(const Frame &reply, const QByteArray &waiting) {
+    int oldest = -1;
+    for (int i = 0; i < entries_.size(); ++i) {
+        const Entry &entry = entries_.at(i);
+        if (!isAlive(entry, reply) || !entry.shape.fitsException(reply.bytes)) {
+            continue;
+        }
+        if (oldest >= 0 && entry.shape.frame != entries_.at(oldest).shape.frame) {
+            return Ambiguous;
+        }
+        oldest = oldest < 0 ? i : oldest;
+    }
+    if (oldest < 0) {
+        return Foreign;
+    }
+    const bool believed = entries_.at(oldest).shape.frame == waiting;
+    answered(oldest);
+    return believed ? Answer : Late;
+}
+
+// An answer lies wholly behind the sending of what it answers, and within its lifetime.
+bool Outstanding::isAlive(const Entry &entry, const Frame &reply) const {
+    return entry.position <= reply.start && reply.arrivedUs <= entry.expiresUs;
+}
+
+void Outstanding::answered(int index) {
+    if (!answersMayDouble_) {
+        entries_.removeAt(index);
+    }
+}
+
+int Outstanding::nextLength(const QByteArray &bytes, int offset, int longerThan) const {
+    int next = INT_MAX;
+    for (int i = 0; i < entries_.size(); ++i) {
+        const RequestShape &shape = entries_.at(i).shape;
+        if (byteOf(bytes, offset) != shape.station) {
+            continue;
+        }
+        const int function = byteOf(bytes, offset + 1);  // -1: not there yet
+        const bool exception = function < 0 || function == ((shape.function | kExceptionBit) & 0xFF) ||
+                               (shape.function == kAnyFunction && (function & kExceptionBit));
+        if (exception && kExceptionLength > longerThan) {
+            next = qMin(next, kExceptionLength);
+        }
+        const bool ordinary = function < 0 || function == shape.function ||
+                              (shape.function == kAnyFunction && !(function & kExceptionBit));
+        const QByteArray head = bytes.mid(offset + 2, shape.head.size());
+        if (ordinary && shape.head.startsWith(head) && shape.replyLength <= kLongestFrame &&
+            shape.replyLength > longerThan) {
+            next = qMin(next, shape.replyLength);
+        }
+    }
+    return next == INT_MAX ? 0 : next;
+}
+
+qint64 Outstanding::expectedUntil(int station) const {
+    qint64 until = 0;
+    for (int i = 0; i < entries_.size(); ++i) {
+        if (entries_.at(i).shape.station == station) {
+            until = qMax(until, entries_.at(i).expiresUs);
+        }
+    }
+    return until;
+}
+
+}  // namespace dravo

@@ -1,0 +1,70 @@
+// Which sent frames can still be answered. One entry for every sending, retries included, until the end of sending plus
+// the reply lifetime.
+#ifndef DRAVO_LINE_OUTSTANDING_H
+#define DRAVO_LINE_OUTSTANDING_H
+
+#include <QtCore/QHash>
+#include <QtCore/QList>
+
+#include "line/frame_finder.h"
+#include "line/reply_shape.h"
+
+namespace dravo {
+
+class Outstanding {
+public:
+    /// @param answersMayDouble  an answer takes no entry away.
+    explicit Outstanding(bool answersMayDouble) : answersMayDouble_(answersMayDouble), broadcastWrites_(0) {}
+
+    /// A frame goes out behind the bytes received so far; its answer has arrived by expiresUs or never will.
+    void sent(const RequestShape &shape, qint64 position, qint64 expiresUs);
+    /// The last frame went out later than thought.
+    void delayLast(qint64 expiresUs);
+    /// Drops the entries that nothing arriving at nowUs or later can answer.
+    void expire(qint64 nowUs);
+
+    /// Until when the first try of a request has to be held back; 0: not at all.
+    /// @param cyclic  a read of the cyclic list: an answer to an earlier sending of the same frame serves it as well,
+    ///                as long as nothing was written to the station since.
+    qint64 heldUntil(const RequestShape &shape, bool cyclic, qint64 nowUs) const;
+
+    /// What a reply frame is to the request that waits (an empty frame: none does).
+    enum Match {
+        Foreign,    // nothing outstanding can have caused it
+        Answer,     // to the waiting request
+        Late,       // to another one
+        Ambiguous,  // an exception that more than one request can have caused
+    };
+    /// Matches a frame by when and where it arrived, and removes the oldest entry of the frame that it answers.
+    Match take(const Frame &reply, const QByteArray &waiting);
+
+    /// Length of an answer to an entry whose first bytes stand at offset, of which there may be too few to be sure; 0:
+    /// there is none.
+    /// @param longerThan  only those; the lengths are asked for in turn.
+    int nextLength(const QByteArray &bytes, int offset, int longerThan) const;
+
+    /// The latest time until which an answer of the station is expected; 0: none is.
+    qint64 expectedUntil(int station) const;
+    int size() const { return entries_.size(); }
+
+private:
+    struct Entry {
+        RequestShape shape;
+        qint64 position;  // bytes received before it was sent
+        qint64 expiresUs;
+        qint64 writesBefore;  // to the station
+    };
+    Match takeException(const Frame &reply, const QByteArray &waiting);
+    bool isAlive(const Entry &entry, const Frame &reply) const;
+    void answered(int index);
+    qint64 writesTo(int station) const { return writes_.value(station) + broadcastWrites_; }
+
+    bool answersMayDouble_;
+    QList<Entry> entries_;       // in the order of sending
+    QHash<int, qint64> writes_;  // by station
+    qint64 broadcastWrites_;
+};
+
+}  // namespace dravo
+
+#endif  // DRAVO_LINE_OUTSTANDING_H

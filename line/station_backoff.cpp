@@ -1,0 +1,62 @@
+#include "line/station_backoff.h"
+
+#include <limits>
+
+namespace dravo {
+
+namespace {
+const qint64 kNever = std::numeric_limits<qint64>::max();
+}
+
+StationBackoff::StationBackoff(const LineSettings &settings)
+    : downAfter_(settings.downAfter), firstProbeUs_(settings.firstProbeUs), longestProbeUs_(settings.longestProbeUs) {}
+
+bool StationBackoff::heard(int station) {
+    Station &known = stations_[station];
+    const bool wasDown = known.downSinceUs >= 0;
+    known = Station();
+    known.answeredLast = true;
+    return wasDown;
+}
+
+bool StationBackoff::missed(int station, qint64 nowUs, qint64 earliestProbeUs) {
+    Station &known = stations_[station];
+    known.answeredLast = false;
+    known.missed = qMin(known.missed + 1, 1000000);
+    if (downAfter_ <= 0 || known.missed < downAfter_) {
+        return false;
+    }
+    const bool goesDown = known.downSinceUs < 0;
+    if (goesDown) {
+        known.downSinceUs = nowUs;
+        known.intervalUs = firstProbeUs_;
+    } else {
+        known.intervalUs = qMin(known.intervalUs * 2, longestProbeUs_);
+    }
+    known.probeUs = qMax(nowUs + known.intervalUs, earliestProbeUs);
+    return goesDown;
+}
+
+QList<int> StationBackoff::takeDue(qint64 nowUs) {
+    QList<int> stations;
+    for (QMap<int, Station>::iterator it = stations_.begin(); it != stations_.end(); ++it) {
+        Station &known = it.value();
+        if (known.downSinceUs >= 0 && known.probeUs <= nowUs) {
+            known.probeUs = kNever;  // until it is known what came of it
+            stations.append(it.key());
+        }
+    }
+    return stations;
+}
+
+qint64 StationBackoff::nextDueUs() const {
+    qint64 next = kNever;
+    for (QMap<int, Station>::const_iterator it = stations_.constBegin(); it != stations_.constEnd(); ++it) {
+        if (it.value().downSinceUs >= 0) {
+            next = qMin(next, it.value().probeUs);
+        }
+    }
+    return next;
+}
+
+}  // namespace dravo
