@@ -54,6 +54,7 @@ CallLoop::CallLoop(const LineSettings &settings, DriverPort &port, qint64 nowUs)
     : settings_(inRange(settings)),
       times_(settings_),
       port_(port),
+      finder_(nowUs),
       outstanding_(settings.answersMayDouble),
       echo_(settings.echo),
       stations_(settings_),
@@ -140,8 +141,7 @@ void CallLoop::sortOut(const Frame &frame) {
 }
 
 Step CallLoop::next(qint64 nowUs) {
-    advance(nowUs);
-    sortInput();
+    received(QByteArray(), nowUs);
     for (;;) {
         qint64 untilUs = 0;
         switch (phase_) {

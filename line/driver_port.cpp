@@ -25,12 +25,27 @@ DriverPort::DriverPort(const LineSettings &settings) : comInfo_() {
     }
     SetComInfo(&comInfo_);
     RegistCallBackFuncIntf(&DriverPort::onVariable, 0);
-    setStation(-1, true);
+    dropQueued();
 }
 
 DriverPort::~DriverPort() {
+    dropQueued();
     RegistCallBackFuncIntf(0, 0);
     SetComInfo(0);
+}
+
+// The driver drops what is queued for disabled stations; a request that is out fails.
+void DriverPort::dropQueued() {
+    setCyclicReads(QList<RW_VAR>());
+    for (int station = 0; station < 256; ++station) {
+        setStation(station, false);
+    }
+    while (request()) {
+        endTries();
+        judge(refusable());
+    }
+    setStation(-1, true);
+    finished_.clear();
 }
 
 // Null comes once after five writes or one-shot reads in a row with nothing else to send; the next call goes on.

@@ -12,7 +12,8 @@ namespace dravo {
 
 class DriverPort {
 public:
-    /// Binds the driver, which nobody else may have bound.
+    /// Binds the driver, which nobody else may have bound. What is still queued in it is dropped, now and at the end:
+    /// nothing that this line was not asked for goes out on it.
     explicit DriverPort(const LineSettings &settings);
     ~DriverPort();
 
@@ -61,6 +62,7 @@ public:
 private:
     DriverPort(const DriverPort &);
     DriverPort &operator=(const DriverPort &);
+    void dropQueued();
     static void onVariable(void *port, int ownerId, int itemId, int code);
 
     ComInfo comInfo_;

@@ -36,7 +36,7 @@ void EchoWatch::expire(qint64 nowUs) {
 bool EchoWatch::take(const Frame &frame) {
     for (int i = 0; i < expected_.size(); ++i) {
         const Copy &copy = expected_.at(i);
-        if (copy.position > frame.start || copy.expiresUs < frame.arrivedUs || copy.shape.frame != frame.bytes) {
+        if (copy.position > frame.start || copy.expiresUs < frame.sinceUs || copy.shape.frame != frame.bytes) {
             continue;
         }
         if (copy.shape.looksAnswered && state_ == Absent) {

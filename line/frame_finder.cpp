@@ -7,14 +7,14 @@
 namespace dravo {
 
 void FrameFinder::received(const QByteArray &bytes, qint64 nowUs) {
-    if (bytes.isEmpty()) {
-        return;
+    if (!bytes.isEmpty()) {
+        bytes_.append(bytes);
+        position_ += bytes.size();
+        lastByteUs_ = nowUs;
+        const Portion portion = {position_, lookedUs_, nowUs};
+        portions_.append(portion);
     }
-    bytes_.append(bytes);
-    position_ += bytes.size();
-    lastByteUs_ = nowUs;
-    const Portion portion = {position_, nowUs};
-    portions_.append(portion);
+    lookedUs_ = nowUs;
 }
 
 bool FrameFinder::take(const Outstanding &outstanding, const EchoWatch &echo, bool silent, Frame *frame) {
@@ -33,7 +33,9 @@ bool FrameFinder::take(const Outstanding &outstanding, const EchoWatch &echo, bo
     }
     frame->bytes = bytes_.left(claim);
     frame->start = position_ - bytes_.size();
-    frame->arrivedUs = arrivedUs(frame->start + claim - 1);
+    const Portion portion = portionOf(frame->start + claim - 1);
+    frame->sinceUs = portion.sinceUs;
+    frame->arrivedUs = portion.arrivedUs;
     drop(claim);
     return true;
 }
@@ -67,13 +69,14 @@ int FrameFinder::claimAt(int offset, const Outstanding &outstanding, const EchoW
     return mayGrow && !silent ? MayGrow : NothingStarts;
 }
 
-qint64 FrameFinder::arrivedUs(qint64 position) const {
+FrameFinder::Portion FrameFinder::portionOf(qint64 position) const {
     for (int i = 0; i < portions_.size(); ++i) {
         if (position < portions_.at(i).end) {
-            return portions_.at(i).us;
+            return portions_.at(i);
         }
     }
-    return lastByteUs_;
+    const Portion none = {position, lookedUs_, lookedUs_};
+    return none;
 }
 
 void FrameFinder::drop(int count) {

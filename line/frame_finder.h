@@ -11,7 +11,8 @@ namespace dravo {
 struct Frame {
     QByteArray bytes;  // CRC included and right
     qint64 start;      // bytes received before its first one
-    qint64 arrivedUs;  // its last byte
+    qint64 sinceUs;    // its last byte was not there at this time yet
+    qint64 arrivedUs;  // and seen at this one
 };
 
 class Outstanding;
@@ -19,8 +20,9 @@ class EchoWatch;
 
 class FrameFinder {
 public:
-    FrameFinder() : position_(0), lastByteUs_(0) {}
+    explicit FrameFinder(qint64 nowUs) : position_(0), lastByteUs_(nowUs), lookedUs_(nowUs) {}
 
+    /// All that has arrived up to nowUs and was not passed before; empty: nothing.
     void received(const QByteArray &bytes, qint64 nowUs);
     /// Drops what has not become a frame.
     void clear() { drop(bytes_.size()); }
@@ -34,23 +36,25 @@ public:
     qint64 lastByteUs() const { return lastByteUs_; }
     /// Whether something has arrived that may become a frame.
     bool isArriving() const { return !bytes_.isEmpty(); }
-    /// When the oldest byte that is still looked at arrived.
-    qint64 arrivingSinceUs() const { return arrivedUs(position_ - bytes_.size()); }
+    /// When the oldest byte that may become a frame was not there yet.
+    qint64 arrivingSinceUs() const { return portionOf(position_ - bytes_.size()).sinceUs; }
 
 private:
     enum Claim { NothingStarts = 0, MayGrow = -1 };
     int claimAt(int offset, const Outstanding &outstanding, const EchoWatch &echo, bool silent) const;
-    qint64 arrivedUs(qint64 position) const;
-    void drop(int count);
-
     struct Portion {
         qint64 end;  // position behind its last byte
-        qint64 us;
+        qint64 sinceUs;
+        qint64 arrivedUs;
     };
+    Portion portionOf(qint64 position) const;
+    void drop(int count);
+
     QByteArray bytes_;         // not yet sorted out
     QList<Portion> portions_;  // that they came in
     qint64 position_;
     qint64 lastByteUs_;
+    qint64 lookedUs_;  // for bytes
 };
 
 }  // namespace dravo

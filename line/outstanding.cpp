@@ -92,9 +92,11 @@ Outstanding::Match Outstanding::takeException(const Frame &reply, const QByteArr
     return believed ? Answer : Late;
 }
 
-// An answer lies wholly behind the sending of what it answers, and within its lifetime.
+// An answer lies wholly behind the sending of what it answers, and within its lifetime. Nobody looks at the line all
+// the time, so it counts as arrived when it was not there yet: an entry taken for expired too early would let the
+// answer remove a younger one.
 bool Outstanding::isAlive(const Entry &entry, const Frame &reply) const {
-    return entry.position <= reply.start && reply.arrivedUs <= entry.expiresUs;
+    return entry.position <= reply.start && reply.sinceUs <= entry.expiresUs;
 }
 
 void Outstanding::answered(int index) {

@@ -1,0 +1,358 @@
+#include "line/soak.h"
+
+#include <algorithm>
+
+namespace {
+
+const std::vector<int> kStations = {1, 2, 3};
+constexpr int kMoving = 32;     // registers below count on by themselves
+constexpr int kRegisters = 64;  // from there on they are written
+constexpr int kRefusedFrom = 60;
+constexpr int kBitWord = 40;  // its bits are written one by one, and the whole now and then
+constexpr int kSelfLikeCoils = 0x0310;
+constexpr int kMostPending = 20;
+
+int byteOf(const QByteArray &bytes, int index) {
+    return uchar(bytes.at(index));
+}
+
+int wordOf(const QByteArray &bytes, int index) {
+    return byteOf(bytes, index) << 8 | byteOf(bytes, index + 1);
+}
+
+// In two runs of three it does not happen at all.
+double drawn(std::mt19937 &random, double most) {
+    return random() % 3 == 0 ? std::uniform_real_distribution<double>(0, most)(random) : 0;
+}
+
+WireTimes drawnTimes(std::mt19937 &random) {
+    WireTimes times;
+    times.timeoutUs = 40000 + Us(random() % 160000);
+    times.lifetimeUs = times.timeoutUs * Us(3 + random() % 8) / 2;
+    return times;
+}
+
+}  // namespace
+
+WireFaults Soak::drawnFaults(std::mt19937 &random) {
+    WireFaults faults;
+    faults.late = std::uniform_real_distribution<double>(0, 0.6)(random);
+    faults.lost = drawn(random, 0.3);
+    faults.cut = drawn(random, 0.1);
+    faults.altered = drawn(random, 0.1);
+    faults.stray = drawn(random, 0.1);
+    faults.foreign = drawn(random, 0.1);
+    faults.exception = drawn(random, 0.1);
+    faults.overtaking = random() % 2 == 0;
+    faults.echo = random() % 3 == 0;
+    faults.deadStation = random() % 3 == 0 ? 3 : 0;
+    faults.refusedFrom = random() % 2 == 0 ? kRefusedFrom : 1 << 20;
+    return faults;
+}
+
+dravo::LineSettings Soak::drawnSettings(std::mt19937 &random, const WireTimes &times, bool echo) {
+    dravo::LineSettings settings;
+    settings.baud = times.baud;
+    settings.timeoutUs = times.timeoutUs;
+    settings.lifetimeUs = times.lifetimeUs;
+    settings.turnaroundUs = times.turnaroundUs;
+    settings.retries = int(random() % 3);
+    settings.echo = random() % 3 != 0 ? dravo::EchoAuto : echo ? dravo::EchoOn : dravo::EchoOff;
+    settings.downAfter = int(random() % 5);
+    return settings;
+}
+
+Soak::Soak(unsigned seed)
+    : seed_(seed),
+      random_(seed),
+      times_(drawnTimes(random_)),
+      faults_(drawnFaults(random_)),
+      wire_(faults_, times_, kStations, unsigned(random_())),
+      settings_(drawnSettings(random_, times_, faults_.echo)),
+      port_(settings_),
+      loop_(settings_, port_, 0),
+      byteByByte_(random_() % 3 == 0) {
+    wire_.alarm = [this](const std::string &what) { fail(what); };
+    wire_.written = [this](int writer, quint16 before, quint16 after) {
+        if (bitWrites_.count(writer) != 0 && qPopulationCount(quint16(before ^ after)) > 1) {
+            fail("the write of a bit changed its neighbours");
+        }
+    };
+    for (const int station : kStations) {
+        for (int address = 0; address < kRegisters; ++address) {
+            const bool moving = address < kMoving;
+            wire_.holdingRegister(station, address) = Cell(moving ? station * kMoving + address : -1, 0);
+        }
+        for (int i = 0; i < 64; ++i) {
+            wire_.coil(station, i) = Cell(-1, 0);
+            wire_.coil(station, kSelfLikeCoils + i) = Cell(-1, quint16((i + station) % 3 == 0));
+        }
+    }
+    setCyclicReads();
+    // What an earlier master asked just before may still be answered.
+    const char *const earlier[] = {"010300300002", "0203003c0001", "01060030ffff", "03030000000a"};
+    for (const char *frame : earlier) {
+        QByteArray request = QByteArray::fromHex(frame);
+        const int crc = CalCRC(reinterpret_cast<uchar *>(request.data()), quint16(request.size()));
+        wire_.send(request + char(crc & 0xFF) + char(crc >> 8), -20000, 0);
+    }
+}
+
+// Several of one length, so that an answer to one could pass for another's.
+void Soak::setCyclicReads() {
+    QList<RW_VAR> requests;
+    for (const int station : kStations) {
+        for (int i = 0; i < 4; ++i) {
+            RW_VAR request = port_.ownRecord();
+            request.itemId = -1;
+            request.station = station;
+            request.elemType = i < 2 ? 7 : 1;
+            request.address = i < 2 ? below(kRegisters - 8) : kSelfLikeCoils + below(8);
+            request.count = i < 2 ? 1 + below(3) : 9 + below(24);
+            requests.append(request);
+        }
+    }
+    port_.setCyclicReads(requests);
+}
+
+int Soak::newOperation(const Asked &asked) {
+    pending_[++lastOperation_] = asked;
+    loop_.operationQueued(lastOperation_, asked.station);
+    return lastOperation_;
+}
+
+void Soak::askSomething() {
+    if (int(pending_.size()) >= kMostPending) {
+        return;
+    }
+    const int station = kStations[size_t(below(int(kStations.size())))];
+    switch (below(20)) {
+        case 0:
+            return askBroadcast();
+        case 1:
+        case 2:
+        case 3:
+            return askOnceRead(station);
+        default:
+            return askWrite(station);
+    }
+}
+
+void Soak::askWrite(int station) {
+    RW_VAR variable = RW_VAR();
+    variable.station = station;
+    variable.count = 1;
+    QByteArray values;
+    const int kind = below(4);
+    Asked asked = {true, station, kind == 1, 0, QByteArray(), -1, nowUs_};
+    if (kind == 0) {  // a bit inside a word
+        asked.address = kBitWord;
+        asked.bit = below(16);
+        variable.elemType = 15;
+        variable.addressText = QString::fromLatin1("%1.%2").arg(kBitWord).arg(asked.bit);
+        values = QByteArray(1, char(below(2)));
+    } else if (kind == 1) {
+        variable.elemType = 1;
+        variable.count = 1 + below(3);
+        asked.address = below(8);
+        variable.addressText = QString::number(asked.address, 8);
+        for (int i = 0; i < variable.count; ++i) {
+            values.append(char(below(2)));
+        }
+    } else {
+        variable.elemType = 7;
+        variable.count = 1 + below(3);
+        asked.address = below(6) == 0 ? kBitWord : kMoving + below(kRegisters - kMoving - 3);
+        variable.addressText = QString::number(asked.address);
+        for (int i = 0; i < variable.count; ++i) {
+            ++nextValue_;
+            values.append(char(nextValue_)).append(char(nextValue_ >> 8));
+        }
+    }
+    asked.values = values;
+    port_.write(newOperation(asked), variable, values);
+}
+
+void Soak::askBroadcast() {
+    RW_VAR variable = RW_VAR();
+    variable.elemType = 7;
+    variable.count = 1;
+    const int address = kMoving + below(8);
+    variable.addressText = QString::number(address);
+    ++nextValue_;
+    const QByteArray values = QByteArray(1, char(nextValue_)) + char(nextValue_ >> 8);
+    const Asked asked = {true, 0, false, address, values, -1, nowUs_};
+    port_.write(newOperation(asked), variable, values);
+}
+
+void Soak::askOnceRead(int station) {
+    RW_VAR variable = port_.ownRecord();
+    variable.station = station;
+    variable.elemType = 7;
+    variable.count = 1 + below(3);
+    variable.addressText = QString::number(below(kRegisters - 3));
+    const Asked asked = {false, station, false, 0, QByteArray(), -1, nowUs_};
+    const int operation = newOperation(asked);
+    if (!port_.readOnce(operation, variable)) {
+        fail("a one-shot read was refused");
+    }
+}
+
+std::string Soak::run(int exchanges) {
+    while (exchanges_ < exchanges && failure_.empty()) {
+        turn();
+    }
+    return failure_;
+}
+
+void Soak::turn() {
+    wire_.advance(nowUs_);
+    loop_.received(wire_.take(nowUs_), nowUs_);
+    if (below(4) == 0) {
+        askSomething();
+    }
+    const dravo::Step step = loop_.next(wire_.chance(0.01) ? nowUs_ - 5000 : nowUs_);
+    look();
+    if (step.kind == dravo::Step::Wait) {
+        wait(step.untilUs);
+        return;
+    }
+    if (wire_.chance(0.002)) {
+        nowUs_ += wire_.between(0, times_.lifetimeUs);  // something held the process up
+        wire_.advance(nowUs_);
+    }
+    const bool again = !sendings_.empty() && sendings_.back().request == requests_;
+    if (again && sendings_.back().frame != step.bytes) {
+        fail("another frame goes out before the request before it is over");
+    }
+    sendings_.push_back({step.bytes, nowUs_, requests_});
+    while (sendings_.front().us < nowUs_ - 20 * times_.lifetimeUs) {
+        sendings_.pop_front();
+    }
+    wire_.send(step.bytes, nowUs_, requests_);
+    loop_.sent(nowUs_);
+    ++exchanges_;
+}
+
+// Looks at the line byte by byte, or now and then, or after a long pause.
+void Soak::wait(Us untilUs) {
+    Us us = std::min(untilUs, nowUs_ + 50000);
+    if (byteByByte_) {
+        us = std::min(us, wire_.nextArrivalUs());
+    } else if (wire_.nextArrivalUs() < us) {
+        us = std::min(us, wire_.nextArrivalUs() + wire_.between(0, 16000));
+    }
+    if (wire_.chance(0.001)) {
+        us += wire_.between(0, 3 * times_.lifetimeUs);
+    }
+    nowUs_ = std::max(us, nowUs_ + 1);
+}
+
+void Soak::look() {
+    const QList<dravo::LineEvent> events = loop_.takeEvents();
+    for (const dravo::LineEvent &event : events) {
+        lookAt(event);
+    }
+}
+
+void Soak::lookAt(const dravo::LineEvent &event) {
+    switch (event.kind) {
+        case dravo::LineEvent::Exchange:
+            if (event.failure == dravo::LineEvent::Refused &&
+                !wire_.wasRefused(event.request, event.exceptionCode, windowStart(event))) {
+                fail("an exception was believed that no controller sent for this request");
+            }
+            if (event.failure == dravo::LineEvent::None && !event.write) {
+                lookAtRead(event);
+            }
+            requests_ += event.over || event.failure == dravo::LineEvent::None ? 1 : 0;
+            if (!event.over && event.failure == dravo::LineEvent::None) {
+                bitWrites_.insert(requests_);
+            }
+            break;
+        case dravo::LineEvent::Operation:
+            lookAtOperation(event);
+            break;
+        case dravo::LineEvent::StationDown:
+        case dravo::LineEvent::StationUp:
+            if (down_.count(event.station) == (event.kind == dravo::LineEvent::StationDown ? 1U : 0U)) {
+                fail("a station went down or came up twice");
+            }
+            event.kind == dravo::LineEvent::StationDown ? void(down_.insert(event.station))
+                                                        : void(down_.erase(event.station));
+            break;
+    }
+}
+
+// When the value may have been taken at the earliest: a cyclic read is served by an answer to an earlier sending of the
+// same frame, unless something was written to the station since.
+Us Soak::windowStart(const dravo::LineEvent &event) const {
+    Us start = nowUs_;
+    for (auto sending = sendings_.rbegin(); sending != sendings_.rend(); ++sending) {
+        const int station = byteOf(sending->frame, 0);
+        const int function = byteOf(sending->frame, 1);
+        const bool own = sending->request == requests_;
+        if (!own && (!event.cyclic || ((station == 0 || station == event.station) && function > 4) ||
+                     sending->us < start - times_.lifetimeUs - 300000)) {
+            break;
+        }
+        start = sending->frame == event.request ? sending->us : start;
+    }
+    return start;
+}
+
+void Soak::lookAtRead(const dravo::LineEvent &event) {
+    const Us from = windowStart(event);
+    const bool coils = byteOf(event.request, 1) == 1;
+    const int first = wordOf(event.request, 2);
+    for (int i = 0; i < wordOf(event.request, 4); ++i) {
+        Cell &cell = coils ? wire_.coil(event.station, first + i) : wire_.holdingRegister(event.station, first + i);
+        const int value = coils ? byteOf(event.reply, 3 + i / 8) >> i % 8 & 1 : wordOf(event.reply, 3 + 2 * i);
+        if (!cell.heldBetween(quint16(value), from, nowUs_)) {
+            fail("station " + std::to_string(event.station) + " did not hold " + std::to_string(value) + " at " +
+                 std::to_string(first + i) + " between " + std::to_string(from) + " and " + std::to_string(nowUs_));
+            return;
+        }
+    }
+}
+
+void Soak::lookAtOperation(const dravo::LineEvent &event) {
+    const auto found = pending_.find(event.operation);
+    if (found == pending_.end()) {
+        return fail("operation " + std::to_string(event.operation) + " has a second outcome");
+    }
+    if (event.done && found->second.write && found->second.station != 0 && !wasCarriedOut(found->second)) {
+        fail("write " + std::to_string(event.operation) + " is done and was not carried out");
+    }
+    pending_.erase(found);
+}
+
+bool Soak::wasCarriedOut(const Asked &asked) {
+    const int size = asked.coils || asked.bit >= 0 ? 1 : 2;
+    for (int i = 0; i < asked.values.size() / size; ++i) {
+        const int value =
+            size == 1 ? byteOf(asked.values, i) : byteOf(asked.values, 2 * i) | byteOf(asked.values, 2 * i + 1) << 8;
+        Cell &cell = asked.coils ? wire_.coil(asked.station, asked.address + i)
+                                 : wire_.holdingRegister(asked.station, asked.address + i);
+        const auto right = [&](quint16 written) {
+            return asked.bit >= 0 ? (written >> asked.bit & 1) == value : written == value;
+        };
+        if (!cell.writtenBetween(asked.us, nowUs_, right)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void Soak::fail(const std::string &what) {
+    failure_ = failure_.empty() ? what : failure_;
+}
+
+std::string Soak::report() const {
+    std::string text =
+        "seed " + std::to_string(seed_) + " after " + std::to_string(exchanges_) + " exchanges: " + failure_ + "\n";
+    for (const std::string &line : wire_.log()) {
+        text += line + "\n";
+    }
+    return text;
+}

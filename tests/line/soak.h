@@ -1,0 +1,83 @@
+// A host over the line engine on a wire in virtual time. After every exchange:
+// - a value that was read is one that its controller held at that address between the sending and the reply;
+// - a write that is done was carried out after it was asked for; none was carried out after an overlapping later one
+//   was sent; the neighbours of a written bit stay as they are;
+// - every write and one-shot read has exactly one outcome; an exception that is believed was meant.
+#ifndef DRAVO_TESTS_LINE_SOAK_H
+#define DRAVO_TESTS_LINE_SOAK_H
+
+#include <set>
+#include <string>
+
+#include "line/call_loop.h"
+#include "line/wire.h"
+
+class Soak {
+public:
+    /// Draws line, controllers and host from a seed.
+    explicit Soak(unsigned seed);
+
+    /// Runs until so many frames went out. @return what went wrong, empty: nothing.
+    std::string run(int exchanges);
+
+    int exchanges() const { return exchanges_; }
+    /// How to see it again.
+    std::string report() const;
+
+private:
+    struct Asked {
+        bool write;
+        int station;
+        bool coils;
+        int address;  // Modbus
+        QByteArray values;
+        int bit;  // of the register; below 0: whole values
+        Us us;
+    };
+
+    static WireFaults drawnFaults(std::mt19937 &random);
+    static dravo::LineSettings drawnSettings(std::mt19937 &random, const WireTimes &times, bool echo);
+    void setCyclicReads();
+    void askSomething();
+    void askWrite(int station);
+    void askBroadcast();
+    void askOnceRead(int station);
+    int newOperation(const Asked &asked);
+    void turn();
+    void wait(Us untilUs);
+    void look();
+    void lookAt(const dravo::LineEvent &event);
+    void lookAtRead(const dravo::LineEvent &event);
+    void lookAtOperation(const dravo::LineEvent &event);
+    Us windowStart(const dravo::LineEvent &event) const;
+    bool wasCarriedOut(const Asked &asked);
+    void fail(const std::string &what);
+    int below(int bound) { return int(wire_.between(0, bound - 1)); }
+
+    const unsigned seed_;
+    std::mt19937 random_;
+    const WireTimes times_;
+    const WireFaults faults_;
+    Wire wire_;
+    const dravo::LineSettings settings_;
+    dravo::DriverPort port_;
+    dravo::CallLoop loop_;
+    bool byteByByte_;
+    Us nowUs_ = 0;
+    int exchanges_ = 0;
+    int requests_ = 1;         // that were new
+    std::set<int> bitWrites_;  // those that write one bit of a register back
+    struct Sending {
+        QByteArray frame;
+        Us us;
+        int request;
+    };
+    std::deque<Sending> sendings_;
+    std::map<int, Asked> pending_;
+    int lastOperation_ = 0;
+    quint16 nextValue_ = 1;
+    std::set<int> down_;
+    std::string failure_;
+};
+
+#endif  // DRAVO_TESTS_LINE_SOAK_H
