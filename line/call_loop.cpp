@@ -58,6 +58,7 @@ CallLoop::CallLoop(const LineSettings &settings, DriverPort &port, qint64 nowUs)
       outstanding_(settings.answersMayDouble),
       echo_(settings.echo),
       stations_(settings_),
+      requests_(0),
       nowUs_(nowUs),
       lineFreeUs_(nowUs),
       pauseUntilUs_(nowUs),
@@ -121,7 +122,7 @@ void CallLoop::sortOut(const Frame &frame) {
         return;
     }
     const bool waits = phase_ == Waiting && !current_.answered;
-    const Outstanding::Match match = outstanding_.take(frame, waits ? current_.shape.frame : QByteArray());
+    const Outstanding::Match match = outstanding_.take(frame, waits ? &current_.request : 0);
     if (match == Outstanding::Foreign) {
         return;
     }
@@ -133,7 +134,7 @@ void CallLoop::sortOut(const Frame &frame) {
         up.station = station;
         events_.append(up);
     }
-    current_.heard = current_.heard || station == current_.shape.station;
+    current_.heard = current_.heard || station == current_.request.shape.station;
     if (match == Outstanding::Answer) {
         current_.answered = true;
         current_.answer = frame;
@@ -183,15 +184,16 @@ bool CallLoop::fetch() {
         return false;
     }
     current_ = Current();
-    current_.shape = shapeOf(*request, port_.remote());
+    current_.request.number = ++requests_;
+    current_.request.shape = shapeOf(*request, port_.remote());
     current_.var = request->var;
-    current_.cyclic = isCyclic(request->var);
+    current_.request.cyclic = isCyclic(request->var);
     current_.isFirstTry = true;
     current_.readySinceUs = nowUs_;
     port_.startTries();
     const int station = current_.var.station;
     if (stations_.isDown(station)) {
-        current_.isProbe = current_.cyclic;
+        current_.isProbe = current_.request.cyclic;
         if (current_.isProbe) {
             port_.endTries();
         }
@@ -207,31 +209,32 @@ bool CallLoop::fetch() {
 qint64 CallLoop::readyUs() const {
     qint64 us = qMax(lineFreeUs_, pauseUntilUs_);
     if (current_.isFirstTry) {
-        us = qMax(us, outstanding_.heldUntil(current_.shape, current_.cyclic, nowUs_));
+        us = qMax(us, outstanding_.heldUntil(current_.request, nowUs_));
     }
-    if (finder_.position() == 0) {
-        return us;
+    if (finder_.isArriving()) {
+        const qint64 longestUs = times_.charactersUs(kLongestModbusFrame) + times_.silenceUs();
+        us = qMax(us, qMin(finder_.lastByteUs() + times_.silenceUs(), finder_.arrivingSinceUs() + longestUs));
     }
-    const qint64 quietUs = finder_.lastByteUs() + (finder_.isArriving() ? times_.silenceUs() : times_.gapUs());
-    return qMax(us, qMin(quietUs, current_.readySinceUs + settings_.timeoutUs));
+    const qint64 quietUs = finder_.lastByteUs() + times_.gapUs();
+    return finder_.position() > 0 ? qMax(us, qMin(quietUs, current_.readySinceUs + settings_.timeoutUs)) : us;
 }
 
 Step CallLoop::send() {
-    const QByteArray &frame = current_.shape.frame;
+    const QByteArray &frame = current_.request.shape.frame;
     current_.positionAtSending = finder_.position();
     current_.framedBytes = 0;
     current_.answered = false;
-    phase_ = current_.shape.station == 0 ? Turnaround : Waiting;
+    phase_ = current_.request.shape.station == 0 ? Turnaround : Waiting;
     setEndOfSending();
     const qint64 expiresUs = current_.endOfSendingUs + settings_.lifetimeUs;
-    outstanding_.sent(current_.shape, current_.positionAtSending, expiresUs);
-    echo_.sent(current_.shape, current_.positionAtSending, expiresUs);
+    outstanding_.sent(current_.request, current_.positionAtSending, expiresUs);
+    echo_.sent(current_.request.shape, current_.positionAtSending, expiresUs);
     const Step step = {Step::Send, frame, nowUs_};
     return step;
 }
 
 void CallLoop::setEndOfSending() {
-    current_.endOfSendingUs = nowUs_ + times_.charactersUs(current_.shape.frame.size());
+    current_.endOfSendingUs = nowUs_ + times_.charactersUs(current_.request.shape.frame.size());
     lineFreeUs_ = current_.endOfSendingUs + (phase_ == Turnaround ? settings_.turnaroundUs : times_.gapUs());
 }
 
@@ -269,7 +272,7 @@ bool CallLoop::isConcluded(qint64 *untilUs) const {
 }
 
 void CallLoop::conclude() {
-    if (!current_.shape.looksAnswered && !current_.shape.isWrite) {
+    if (!current_.request.shape.looksAnswered && !current_.request.shape.isWrite) {
         echo_.readFinished(current_.answered && current_.isFirstTry &&
                            current_.answer.start == current_.positionAtSending);
     }
@@ -305,15 +308,15 @@ void CallLoop::finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure 
     exchange.kind = LineEvent::Exchange;
     exchange.station = current_.var.station;
     exchange.over = verdict.over;
-    exchange.cyclic = current_.cyclic;
-    exchange.write = current_.shape.isWrite;
+    exchange.cyclic = current_.request.cyclic;
+    exchange.write = current_.request.shape.isWrite;
     exchange.elemType = current_.var.elemType;
     exchange.address = current_.var.address;
     exchange.count = current_.var.count;
     exchange.code = verdict.code;
     exchange.failure = failure;
     exchange.exceptionCode = exceptionCode;
-    exchange.request = current_.shape.frame;
+    exchange.request = current_.request.shape.frame;
     exchange.reply = current_.answered ? current_.answer.bytes : QByteArray();
     exchange.replyUs = current_.answered ? current_.answer.arrivedUs - current_.endOfSendingUs : -1;
     events_.append(exchange);

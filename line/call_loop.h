@@ -36,9 +36,8 @@ private:
     enum Phase { Idle, Ready, Waiting, Turnaround };
     /// The request that the driver has handed out.
     struct Current {
-        RequestShape shape;
+        Outstanding::Request request;
         RW_VAR var;
-        bool cyclic;
         bool isProbe;  // of a station that is down: one try
         bool isFirstTry;
         qint64 readySinceUs;
@@ -72,6 +71,7 @@ private:
     Outstanding outstanding_;
     EchoWatch echo_;
     StationBackoff stations_;
+    qint64 requests_;  // so far
     qint64 nowUs_;
     qint64 lineFreeUs_;
     qint64 pauseUntilUs_;  // a busy controller's

@@ -6,12 +6,13 @@
 
 namespace dravo {
 
-void Outstanding::sent(const RequestShape &shape, qint64 position, qint64 expiresUs) {
+void Outstanding::sent(const Request &request, qint64 position, qint64 expiresUs) {
+    const RequestShape &shape = request.shape;
     if (shape.station == 0) {
         ++broadcastWrites_;  // nothing answers it, and the turnaround is its time to be carried out
         return;
     }
-    const Entry entry = {shape, position, expiresUs, writesTo(shape.station)};
+    const Entry entry = {shape, request.number, position, expiresUs, writesTo(shape.station)};
     entries_.append(entry);
     if (shape.isWrite) {
         ++writes_[shape.station];
@@ -32,48 +33,46 @@ void Outstanding::delayLast(qint64 expiresUs) {
     }
 }
 
-qint64 Outstanding::heldUntil(const RequestShape &shape, bool cyclic, qint64 nowUs) const {
+qint64 Outstanding::heldUntil(const Request &request, qint64 nowUs) const {
     qint64 until = 0;
     for (int i = 0; i < entries_.size(); ++i) {
         const Entry &entry = entries_.at(i);
         if (entry.expiresUs < nowUs) {
             continue;
         }
-        const bool servesAsWell =
-            cyclic && entry.shape.frame == shape.frame && entry.writesBefore == writesTo(shape.station);
-        const bool mistakable = answersLookAlike(entry.shape, shape) && !servesAsWell;
-        if (mistakable || (entry.shape.isWrite && overlap(entry.shape, shape))) {
+        const bool mistakable = answersLookAlike(entry.shape, request.shape) && !serves(entry, request);
+        if (mistakable || (entry.shape.isWrite && overlap(entry.shape, request.shape))) {
             until = qMax(until, entry.expiresUs + 1);
         }
     }
     return until;
 }
 
-Outstanding::Match Outstanding::take(const Frame &reply, const QByteArray &waiting) {
+bool Outstanding::serves(const Entry &entry, const Request &request) const {
+    return entry.request == request.number || (request.cyclic && entry.shape.frame == request.shape.frame &&
+                                               entry.writesBefore == writesTo(request.shape.station));
+}
+
+// The oldest entry decides: a request is held back until no other's answer could pass for its own.
+Outstanding::Match Outstanding::take(const Frame &reply, const Request *waiting) {
     if (byteOf(reply.bytes, 1) & kExceptionBit) {
         return takeException(reply, waiting);
     }
-    int late = -1;
     for (int i = 0; i < entries_.size(); ++i) {
         const Entry &entry = entries_.at(i);
-        if (!isAlive(entry, reply) || !entry.shape.fits(reply.bytes)) {
-            continue;
-        }
-        if (entry.shape.frame == waiting) {
+        if (isAlive(entry, reply) && entry.shape.fits(reply.bytes)) {
+            const bool isAnswer = waiting && serves(entry, *waiting);
             answered(i);
-            return Answer;
+            return isAnswer ? Answer : Late;
         }
-        late = late < 0 ? i : late;
     }
-    if (late < 0) {
-        return Foreign;
-    }
-    answered(late);
-    return Late;
+    return Foreign;
 }
 
-Outstanding::Match Outstanding::takeException(const Frame &reply, const QByteArray &waiting) {
+Outstanding::Match Outstanding::takeException(const Frame &reply, const Request *waiting) {
     int oldest = -1;
+    int serving = 0;
+    int others = 0;
     for (int i = 0; i < entries_.size(); ++i) {
         const Entry &entry = entries_.at(i);
         if (!isAlive(entry, reply) || !entry.shape.fitsException(reply.bytes)) {
@@ -83,13 +82,16 @@ Outstanding::Match Outstanding::takeException(const Frame &reply, const QByteArr
             return Ambiguous;
         }
         oldest = oldest < 0 ? i : oldest;
+        ++(waiting && serves(entry, *waiting) ? serving : others);
     }
     if (oldest < 0) {
         return Foreign;
     }
-    const bool believed = entries_.at(oldest).shape.frame == waiting;
+    if (serving > 0 && others > 0) {
+        return Ambiguous;
+    }
     answered(oldest);
-    return believed ? Answer : Late;
+    return serving > 0 ? Answer : Late;
 }
 
 // An answer lies wholly behind the sending of what it answers, and within its lifetime. Nobody looks at the line all
