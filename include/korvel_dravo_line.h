@@ -3,13 +3,17 @@
 // foreign or damaged reply pass for an answer. The host moves bytes:
 //
 //     dravo::Line line(settings, nowUs());
-//     line.watch(variables);
+//     line.watch(variables, nowUs());
 //     for (;;) {
-//         line.received(everythingThePortHasNow(), nowUs());       // always before next()
+//         line.received(everythingThePortHasNow(), nowUs());  // always before next()
 //         const dravo::Step step = line.next(nowUs());
-//         if (step.kind == dravo::Step::Send) { writeToPort(step.bytes); continue; }
-//         waitForBytesUntil(step.untilUs);
 //         for (dravo::LineEvent event; line.takeEvent(&event);) { ... }
+//         if (step.kind == dravo::Step::Send) {
+//             writeToPort(step.bytes);
+//             line.sent(nowUs());
+//         } else {
+//             waitForBytesUntil(step.untilUs);  // at most: an operation asked for meanwhile does not wait for it
+//         }
 //     }
 //
 // Time is microseconds of a clock that does not run backwards; its start does not matter. All functions belong to one
@@ -49,12 +53,21 @@
 #define KORVEL_DRAVO_LINE_H
 
 #include <QtCore/QByteArray>
+#include <QtCore/QList>
 #include <QtCore/QString>
 #include <QtCore/QVector>
+
+#include "korvel_dravo_statistics.h"
 
 namespace dravo {
 
 enum EchoMode { EchoAuto, EchoOn, EchoOff };
+
+/// How variables are merged into cyclic reads. Either way none is longer than the frame limit.
+enum MergeRule {
+    MergeByDriver,  // neighbours within the frame limit share a request
+    MergeByTime     // the split that takes the least time on the line
+};
 
 /// How the line is run. Times in microseconds.
 struct LineSettings {
@@ -74,7 +87,12 @@ struct LineSettings {
     int retries;            // times that a request is sent again: 2
     int frameLimit;         // registers in a request, eight times as many coils: 32
     int remoteNode;         // 0 to 255: requests are remote frames for this node; -1: controller frames
-    int downAfter;          // requests in a row without any answer that make a station down; 0: never. 3
+    MergeRule merge;         // MergeByDriver
+    qint64 replyDelayUs;     // what a controller takes to answer, for planning: 5000
+    qint64 passPeriodUs;     // least time from the start of a pass over the cyclic reads to the next: 0
+    qint64 staleAfterUs;     // age from which a value is stale; 0: three planned passes, at least a second
+    qint64 refusedRetryUs;   // between two reads of what a controller refused: 60000000
+    int downAfter;           // requests in a row without any answer that make a station down; 0: never. 3
     qint64 firstProbeUs;    // from a station's going down to its first probe; doubled after each: 1000000
     qint64 longestProbeUs;  // longest time between two probes: 30000000
 };
@@ -87,13 +105,84 @@ struct Step {
     qint64 untilUs;    // Wait: nothing to do before, unless bytes arrive or an operation is asked for
 };
 
+/// What one value of a variable is, as a user sees it.
+enum ValueKind { BitValue, WordValue, DoubleWordValue };
+
+/// Most values in one variable.
+enum { kMostValues = 2000 };
+
+/// Elements of one type, as carried on the line, at one station.
+struct Elements {
+    int station;
+    int elemType;
+    int address;
+    int count;
+};
+
+/// A variable of a controller, resolved once from what a user writes.
+struct Variable {
+    Variable();
+
+    QString label;
+    QString addressText;  // octal for types 0 and 1, "word.bit" for bits inside words, else decimal
+    int elemType;         // 0 to 21
+    int station;          // 1 to 247
+    int count;            // values that the user sees: bits, registers or 32-bit values, 1 to kMostValues
+
+    // From here on: worked out by resolve().
+    ValueKind kind;
+    int driverCount;     // the count that the driver's calls take: 32-bit values count as two registers
+    int elementAddress;  // of the first value; a bit inside a word is word * 16 + bit
+    int firstBit;        // of a bit inside a word, its place in the first word of elements; else 0
+    Elements elements;   // that a read covers
+};
+
+/// A fault of a variable and the field that has it: "type", "address", "station" or "count".
+struct VariableFault {
+    QString field;
+    QString reason;
+};
+
+/// Works out the elements of a variable from its first five fields. Pure; any thread.
+/// @return everything that keeps it from being read: type, address and its place in the controller's 65,536 coils or
+///         registers, station, count. Empty: usable. Otherwise what was worked out is not to be used.
+QList<VariableFault> resolve(Variable *variable);
+
+enum Condition {
+    Fresh,
+    Stale,        // its oldest part is older than the settings allow, or a write to it may or may not have been done
+    NeverRead,    // some of it
+    Failing,      // the last request for some of it failed
+    NotReadable,  // its controller refuses it
+    Down          // its station does not answer and is asked only now and then
+};
+
+/// One word for a condition, two for some: "never read".
+QString conditionName(Condition condition);
+
+/// What is known of a variable.
+struct ValueState {
+    ValueState();
+
+    Condition condition;
+    qint64 ageUs;              // since the oldest part of it was read; -1: some was never read
+    int code;                  // Failing, NotReadable, Down: the driver's result code of the last request, else 0
+    int exceptionCode;         // of the exception that refused it, else 0
+    QVector<bool> valuesRead;  // for each value, whether all of it has ever been read
+};
+
+/// A result code of the driver and an exception (0: none) in words. Pure; any thread.
+QString describeResult(int code, int exceptionCode);
+
 /// What has happened.
 struct LineEvent {
     enum Kind {
         Exchange,     // one sending has been judged
         Operation,    // a write or one-shot read is over
         StationDown,  // too many requests in a row without an answer: its cyclic reads rest
-        StationUp
+        StationUp,
+        PassDone,     // every cyclic read of a station that is up has had its turn
+        ReadsChanged  // a controller refused something: its reads are now cut or left out, see text
     };
     enum Failure {
         None,
@@ -119,7 +208,59 @@ struct LineEvent {
     QByteArray request;  // Exchange: the frame sent, and the answer to it that was believed; empty: none
     QByteArray reply;
     int operation;  // Operation: its number
-    bool done;      // Operation
+    bool done;           // Operation
+    qint64 passUs;       // PassDone: from its start
+    QString text;        // ReadsChanged: in words
+};
+
+/// The engine. One at a time in a process, since there is one driver, which it binds and unbinds: what is queued in the
+/// driver then is dropped, before and after. Ask for writes and one-shot reads through it, for the driver drops those of
+/// a station that is down without a word.
+class Line {
+public:
+    /// Settings out of range count as the nearest value.
+    Line(const LineSettings &settings, qint64 nowUs);
+    ~Line();
+
+    /// Bytes that have arrived, in any portions; everything up to nowUs goes in before next() is called.
+    void received(const QByteArray &bytes, qint64 nowUs);
+    /// What to do now.
+    Step next(qint64 nowUs);
+    /// The bytes of the last Step::Send have been handed to the port.
+    void sent(qint64 nowUs);
+    /// The port was closed and opened again. The request that was out is sent again after the silence.
+    void restart(qint64 nowUs);
+
+    /// Replaces the variables that are read over and over. All of them are usable.
+    /// @return requests in a pass; 0: none.
+    int watch(const QVector<Variable> &variables, qint64 nowUs);
+    /// Queue an operation of a usable variable. Its end is a LineEvent.
+    /// @param values  as GetRegisterData gives them: 1 byte per bit, 2 per register, 4 per 32-bit value.
+    /// @return its number, above 0; 0: refused, too many are queued or values are more than a request holds.
+    int readOnce(const Variable &variable);
+    int write(const Variable &variable, const QByteArray &values);
+
+    /// Takes the oldest event. Those of exchanges that nobody takes are dropped beyond some thousands; no other is.
+    bool takeEvent(LineEvent *event);
+
+    /// Of a variable that is watched.
+    ValueState stateOf(const Variable &variable, qint64 nowUs) const;
+    /// The last known values; elements never read are zeros. Any thread.
+    static QByteArray values(const Variable &variable);
+
+    bool isDown(int station) const;
+    /// When a station that is down is asked next.
+    qint64 nextProbeUs(int station) const;
+    int requestsPerPass() const;
+    /// What a pass takes on a line without faults.
+    qint64 plannedPassUs() const;
+    const LineStatistics &statistics() const;
+
+private:
+    Line(const Line &);
+    Line &operator=(const Line &);
+    struct Parts;
+    Parts *parts_;
 };
 
 }  // namespace dravo

@@ -9,7 +9,6 @@ namespace dravo {
 namespace {
 
 const qint64 kNever = std::numeric_limits<qint64>::max();
-const int kCyclicItemId = -1;  // with ownerId 0: the driver's mark of its cyclic entries
 const int kLongestModbusFrame = 256;
 const int kMostEvents = 4096;  // of exchanges that nobody takes
 

@@ -6,8 +6,10 @@ namespace {
 
 const int kOwnerId = 12;  // the first that adds nothing to a failure code
 const int kCheckingMode = 0;
+const int kQueueUnchanged = 1;
 const int kWritesGoToDevice = 2;
-const int kDone = 1;  // code of the callback
+const int kDone = 1;           // code of the callback
+const int kReadAgainId = 13;  // owner of reads that are no operation
 
 }  // namespace
 
@@ -36,7 +38,8 @@ DriverPort::~DriverPort() {
 
 // The driver drops what is queued for disabled stations; a request that is out fails.
 void DriverPort::dropQueued() {
-    setCyclicReads(QList<RW_VAR>());
+    QList<ReadVarEntry> none;
+    setCyclicReads(&none, QList<RW_VAR>());
     for (int station = 0; station < 256; ++station) {
         setStation(station, false);
     }
@@ -66,17 +69,25 @@ QByteArray DriverPort::refusable() {
     return QByteArray(1, '\0');
 }
 
-void DriverPort::setCyclicReads(const QList<RW_VAR> &requests) {
-    QList<ReadVarEntry> none;
-    ReCreatReadVarList(&none);
+// The driver object is exported for its layout: behind the settings' pointer lies the cyclic list. Nobody else changes
+// it, for this port is the only one that makes lists.
+QList<RW_VAR> DriverPort::setCyclicReads(QList<ReadVarEntry> *merged, const QList<RW_VAR> &requests) {
+    ReCreatReadVarList(merged);
     for (int i = 0; i < requests.size(); ++i) {
         RW_VAR request = requests.at(i);
         AddListReadVar(&request);
     }
+    const char *const driver = reinterpret_cast<const char *>(&PLC_driver);
+    return *reinterpret_cast<const QList<RW_VAR> *>(driver + sizeof(ComInfo *));
 }
 
-int DriverPort::mergeCyclicReads(QList<ReadVarEntry> *variables) {
-    return ReCreatReadVarList(variables);
+void DriverPort::readAgain(RW_VAR request) {
+    request.ownerId = kReadAgainId;
+    AddListOnceReadVar(&request, kQueueUnchanged);
+}
+
+bool DriverPort::isReadAgain(const RW_VAR &request) {
+    return request.ownerId == kReadAgainId;
 }
 
 void DriverPort::write(int operation, const RW_VAR &variable, const QByteArray &values) {
@@ -108,7 +119,10 @@ RW_VAR DriverPort::ownRecord() const {
     return record;
 }
 
-void DriverPort::onVariable(void *port, int, int itemId, int code) {
+void DriverPort::onVariable(void *port, int ownerId, int itemId, int code) {
+    if (ownerId != kOwnerId) {
+        return;
+    }
     const Finished finished = {itemId, code == kDone};
     static_cast<DriverPort *>(port)->finished_.append(finished);
 }

@@ -10,6 +10,9 @@
 
 namespace dravo {
 
+/// With ownerId 0: the driver's mark of its cyclic entries.
+const int kCyclicItemId = -1;
+
 class DriverPort {
 public:
     /// Binds the driver, which nobody else may have bound. What is still queued in it is dropped, now and at the end:
@@ -38,10 +41,13 @@ public:
     /// Bytes that the driver's check refuses as a reply to the request, whatever the line was full of.
     static QByteArray refusable();
 
-    /// Replaces the cyclic reads by records as they stand.
-    void setCyclicReads(const QList<RW_VAR> &requests);
-    /// Replaces the cyclic reads by what the driver's own merge makes of the variables. @return requests in the list.
-    int mergeCyclicReads(QList<ReadVarEntry> *variables);
+    /// Replaces the cyclic reads: what the driver's own merge makes of the variables, then the requests as they stand.
+    /// @return the driver's list.
+    QList<RW_VAR> setCyclicReads(QList<ReadVarEntry> *merged, const QList<RW_VAR> &requests);
+    /// Queues a read as it stands. Nobody hears of its end but through the exchange.
+    void readAgain(RW_VAR request);
+    /// Whether readAgain queued it.
+    static bool isReadAgain(const RW_VAR &request);
 
     /// Queues a write or a one-shot read. Its end is one of finished().
     void write(int operation, const RW_VAR &variable, const QByteArray &values);

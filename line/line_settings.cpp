@@ -16,6 +16,11 @@ LineSettings::LineSettings()
       retries(2),
       frameLimit(32),
       remoteNode(-1),
+      merge(MergeByDriver),
+      replyDelayUs(5000),
+      passPeriodUs(0),
+      staleAfterUs(0),
+      refusedRetryUs(60000000),
       downAfter(3),
       firstProbeUs(1000000),
       longestProbeUs(30000000) {}
@@ -34,6 +39,7 @@ LineEvent::LineEvent()
       exceptionCode(0),
       replyUs(-1),
       operation(0),
-      done(false) {}
+      done(false),
+      passUs(0) {}
 
 }  // namespace dravo

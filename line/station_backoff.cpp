@@ -13,7 +13,7 @@ StationBackoff::StationBackoff(const LineSettings &settings)
 
 bool StationBackoff::heard(int station) {
     Station &known = stations_[station];
-    const bool wasDown = known.downSinceUs >= 0;
+    const bool wasDown = known.isDown;
     known = Station();
     known.answeredLast = true;
     return wasDown;
@@ -26,9 +26,9 @@ bool StationBackoff::missed(int station, qint64 nowUs, qint64 earliestProbeUs) {
     if (downAfter_ <= 0 || known.missed < downAfter_) {
         return false;
     }
-    const bool goesDown = known.downSinceUs < 0;
+    const bool goesDown = !known.isDown;
     if (goesDown) {
-        known.downSinceUs = nowUs;
+        known.isDown = true;
         known.intervalUs = firstProbeUs_;
     } else {
         known.intervalUs = qMin(known.intervalUs * 2, longestProbeUs_);
@@ -41,7 +41,7 @@ QList<int> StationBackoff::takeDue(qint64 nowUs) {
     QList<int> stations;
     for (QMap<int, Station>::iterator it = stations_.begin(); it != stations_.end(); ++it) {
         Station &known = it.value();
-        if (known.downSinceUs >= 0 && known.probeUs <= nowUs) {
+        if (known.isDown && known.probeUs <= nowUs) {
             known.probeUs = kNever;  // until it is known what came of it
             stations.append(it.key());
         }
@@ -52,7 +52,7 @@ QList<int> StationBackoff::takeDue(qint64 nowUs) {
 qint64 StationBackoff::nextDueUs() const {
     qint64 next = kNever;
     for (QMap<int, Station>::const_iterator it = stations_.constBegin(); it != stations_.constEnd(); ++it) {
-        if (it.value().downSinceUs >= 0) {
+        if (it.value().isDown) {
             next = qMin(next, it.value().probeUs);
         }
     }

@@ -13,11 +13,9 @@ class StationBackoff {
 public:
     explicit StationBackoff(const LineSettings &settings);
 
-    bool isDown(int station) const { return stations_.value(station).downSinceUs >= 0; }
+    bool isDown(int station) const { return stations_.value(station).isDown; }
     /// Whether the station answered the last request that it was asked.
     bool answeredLast(int station) const { return stations_.value(station).answeredLast; }
-    /// Since when it is down; below 0: it is not.
-    qint64 downSinceUs(int station) const { return stations_.value(station).downSinceUs; }
     qint64 nextProbeUs(int station) const { return stations_.value(station).probeUs; }
 
     /// A valid frame of the station came. @return it was down.
@@ -33,10 +31,10 @@ public:
 
 private:
     struct Station {
-        Station() : missed(0), answeredLast(false), downSinceUs(-1), probeUs(0), intervalUs(0) {}
+        Station() : missed(0), answeredLast(false), isDown(false), probeUs(0), intervalUs(0) {}
         int missed;  // requests in a row
         bool answeredLast;
-        qint64 downSinceUs;
+        bool isDown;
         qint64 probeUs;
         qint64 intervalUs;  // to the next probe
     };

@@ -1,0 +1,51 @@
+// The cyclic list of the driver: made of the watched variables, by the driver's own merge or by time, and cut anew where
+// a controller refuses something. Communication thread.
+#ifndef DRAVO_LINE_CYCLIC_READS_H
+#define DRAVO_LINE_CYCLIC_READS_H
+
+#include "line/driver_port.h"
+#include "line/read_plan.h"
+
+namespace dravo {
+
+class CyclicReads {
+public:
+    CyclicReads(const LineSettings &settings, DriverPort &port);
+
+    void watch(const QVector<Variable> &variables);
+
+    /// A cyclic read, or a read of what was refused, is over. @return in words what the controller taught, empty:
+    /// nothing; then the list is made anew by update().
+    QString finished(const LineEvent &exchange, qint64 nowUs);
+    /// Gives the driver a new list if there is something new to it. @return there was.
+    bool update();
+
+    /// Queues a read of something refused that is to be tried again, as a one-shot read.
+    void retryRefused(qint64 nowUs);
+    qint64 nextRetryUs() const { return walls_.nextRetryUs(); }
+    bool isRefused(const Variable &variable) const;
+
+    /// What the driver has in its list.
+    const QList<RW_VAR> &requests() const { return requests_; }
+    /// What they take on a line without faults.
+    qint64 plannedUs() const;
+
+private:
+    ReadCost cost() const;
+    static ReadGroup groupOf(const Elements &elements);
+    static WantedRange wantedOf(const Variable &variable);
+    bool isPlannedHere(const ReadGroup &group) const;
+    RW_VAR record(const ReadGroup &group, const ElementRange &range) const;
+
+    LineSettings settings_;
+    DriverPort &port_;
+    QVector<Variable> variables_;
+    QMap<ReadGroup, WantedElements> wanted_;
+    RequestWalls walls_;
+    QList<RW_VAR> requests_;
+    bool isNew_;
+};
+
+}  // namespace dravo
+
+#endif  // DRAVO_LINE_CYCLIC_READS_H

@@ -1,0 +1,174 @@
+#include "line/value_states.h"
+
+#include <limits>
+
+#include "korvel_dravo_port.h"
+
+namespace dravo {
+
+namespace {
+
+const int kBitsInWord = 16;
+const qint64 kNeverUs = std::numeric_limits<qint64>::min();
+
+// Value number index of the variable lies before this element (counted from the first one that it covers).
+int endOfValue(const Variable &variable, int index) {
+    const bool bitInWord = variable.elements.elemType != variable.elemType && variable.kind == BitValue;
+    if (bitInWord) {
+        return (variable.firstBit + index) / kBitsInWord + 1;
+    }
+    return variable.elements.count / variable.count * (index + 1);
+}
+
+int startOfValue(const Variable &variable, int index) {
+    const bool bitInWord = variable.elements.elemType != variable.elemType && variable.kind == BitValue;
+    return bitInWord ? (variable.firstBit + index) / kBitsInWord : variable.elements.count / variable.count * index;
+}
+
+}  // namespace
+
+ValueState::ValueState() : condition(NeverRead), ageUs(-1), code(0), exceptionCode(0) {}
+
+QString conditionName(Condition condition) {
+    static const char *const kNames[] = {"fresh", "stale", "never read", "failing", "refused", "station down"};
+    return QLatin1String(kNames[condition]);
+}
+
+ValueStates::Group ValueStates::groupOf(const Elements &elements) {
+    return qint64(elements.station) << 32 | quint32(elements.elemType);
+}
+
+void ValueStates::cutAt(Segments *segments, int address) {
+    Segments::iterator at = segments->upperBound(address);
+    if (at == segments->begin()) {
+        return;
+    }
+    --at;
+    if (at.key() < address && at.value().end > address) {
+        Segment behind = at.value();
+        at.value().end = address;
+        segments->insert(address, behind);
+    }
+}
+
+// Makes segments of exactly these elements, new ones where there were none.
+ValueStates::Segments *ValueStates::cutOut(const Elements &elements) {
+    Segments *segments = &groups_[groupOf(elements)];
+    const int end = elements.address + elements.count;
+    cutAt(segments, elements.address);
+    cutAt(segments, end);
+    int covered = elements.address;
+    const Segment unknown = {end, kNeverUs, false, 0, 0};
+    for (Segments::iterator at = segments->lowerBound(elements.address); at != segments->end() && at.key() < end;) {
+        const int next = at.key();
+        const int nextEnd = at.value().end;
+        ++at;
+        if (next > covered) {
+            Segment gap = unknown;
+            gap.end = next;
+            segments->insert(covered, gap);
+        }
+        covered = nextEnd;
+    }
+    if (covered < end) {
+        segments->insert(covered, unknown);
+    }
+    return segments;
+}
+
+void ValueStates::readFinished(const Elements &elements, bool good, int code, int exceptionCode, qint64 nowUs) {
+    if (elements.count < 1) {
+        return;
+    }
+    Segments *segments = cutOut(elements);
+    const int end = elements.address + elements.count;
+    if (good) {
+        for (Segments::iterator at = segments->lowerBound(elements.address); at != segments->end() && at.key() < end;) {
+            at = segments->erase(at);
+        }
+        const Segment read = {end, nowUs, false, 0, 0};
+        segments->insert(elements.address, read);
+        return;
+    }
+    for (Segments::iterator at = segments->lowerBound(elements.address); at != segments->end() && at.key() < end; ++at) {
+        at.value().code = code;
+        at.value().exceptionCode = exceptionCode;
+    }
+}
+
+void ValueStates::writeStarted(const Elements &elements) {
+    if (elements.count < 1) {
+        return;
+    }
+    Segments *segments = cutOut(elements);
+    const int end = elements.address + elements.count;
+    for (Segments::iterator at = segments->lowerBound(elements.address); at != segments->end() && at.key() < end; ++at) {
+        at.value().unsure = true;
+    }
+}
+
+void ValueStates::keepOnly(const QVector<Variable> &variables) {
+    QMap<Group, Segments> kept;
+    for (int i = 0; i < variables.size(); ++i) {
+        const Elements &elements = variables.at(i).elements;
+        const Segments *known = groups_.contains(groupOf(elements)) ? &groups_[groupOf(elements)] : 0;
+        if (!known) {
+            continue;
+        }
+        cutOut(elements);
+        Segments &segments = kept[groupOf(elements)];
+        Segments::const_iterator at = known->lowerBound(elements.address);
+        for (; at != known->constEnd() && at.key() < elements.address + elements.count; ++at) {
+            segments.insert(at.key(), at.value());
+        }
+    }
+    groups_ = kept;
+}
+
+ValueState ValueStates::stateOf(const Variable &variable, qint64 nowUs, qint64 staleAfterUs) const {
+    const Elements &elements = variable.elements;
+    const int end = elements.address + elements.count;
+    ValueState state;
+    QVector<bool> read(elements.count, false);
+    qint64 oldestUs = nowUs;
+    bool unsure = false;
+    const Segments segments = groups_.value(groupOf(elements));
+    Segments::const_iterator at = segments.upperBound(elements.address);
+    if (at != segments.constBegin()) {
+        --at;
+    }
+    for (; at != segments.constEnd() && at.key() < end; ++at) {
+        const Segment &segment = at.value();
+        const int first = qMax(at.key(), elements.address);
+        const int last = qMin(segment.end, end);
+        if (first >= last) {
+            continue;
+        }
+        if (segment.code != 0 && state.code == 0) {
+            state.code = segment.code;
+            state.exceptionCode = segment.exceptionCode;
+        }
+        unsure = unsure || segment.unsure;
+        if (segment.goodAtUs != kNeverUs) {
+            oldestUs = qMin(oldestUs, segment.goodAtUs);
+            for (int i = first; i < last; ++i) {
+                read[i - elements.address] = true;
+            }
+        }
+    }
+    bool allRead = true;
+    for (int i = 0; i < variable.count; ++i) {
+        bool whole = true;
+        for (int element = startOfValue(variable, i); element < endOfValue(variable, i); ++element) {
+            whole = whole && read.at(element);
+        }
+        state.valuesRead.append(whole);
+        allRead = allRead && whole;
+    }
+    state.ageUs = allRead ? nowUs - oldestUs : -1;
+    const bool stale = unsure || state.ageUs > staleAfterUs;
+    state.condition = state.code != 0 ? Failing : !allRead ? NeverRead : stale ? Stale : Fresh;
+    return state;
+}
+
+}  // namespace dravo

@@ -1,0 +1,44 @@
+// What is known of every element that cyclic requests cover: when it was read, and how the last request for it ended.
+// Requests may be cut anew at any time. Communication thread.
+#ifndef DRAVO_LINE_VALUE_STATES_H
+#define DRAVO_LINE_VALUE_STATES_H
+
+#include <QtCore/QMap>
+
+#include "korvel_dravo_line.h"
+
+namespace dravo {
+
+class ValueStates {
+public:
+    /// A read of the elements is over at nowUs. good: their values are in the cache.
+    void readFinished(const Elements &elements, bool good, int code, int exceptionCode, qint64 nowUs);
+    /// A write shows in the cache from now on, and nobody knows whether the controller has it: stale until read again.
+    void writeStarted(const Elements &elements);
+    /// Forgets the elements that no variable covers, so that memory is bounded by what is watched.
+    void keepOnly(const QVector<Variable> &variables);
+
+    /// Fresh, Stale, NeverRead or Failing, in this order of what a variable's parts can be.
+    ValueState stateOf(const Variable &variable, qint64 nowUs, qint64 staleAfterUs) const;
+
+private:
+    struct Segment {
+        int end;  // behind its last element
+        qint64 goodAtUs;  // the smallest time: never
+        bool unsure;
+        int code;
+        int exceptionCode;
+    };
+    typedef QMap<int, Segment> Segments;  // by first element; they do not overlap
+    typedef qint64 Group;                 // station and element type
+
+    static Group groupOf(const Elements &elements);
+    static void cutAt(Segments *segments, int address);
+    Segments *cutOut(const Elements &elements);
+
+    QMap<Group, Segments> groups_;
+};
+
+}  // namespace dravo
+
+#endif  // DRAVO_LINE_VALUE_STATES_H
