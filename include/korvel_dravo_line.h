@@ -197,7 +197,8 @@ struct LineEvent {
     bool over;     // Exchange: the driver's operation is finished, well or badly; else the same is sent again, or
                    // the other half of a bit write follows
     bool cyclic;   // Exchange: of a cyclic read
-    bool write;    // Exchange: of a write; a bit write's read half is none
+    bool again;          // Exchange: of something refused that is tried again
+    bool write;          // Exchange: of a write; a bit write's read half is none
     int elemType;  // Exchange: as carried on the line, and so address and count
     int address;
     int count;

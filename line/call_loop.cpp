@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "line/frame_bytes.h"
+#include "line/variable.h"
 
 namespace dravo {
 
@@ -10,7 +11,6 @@ namespace {
 
 const qint64 kNever = std::numeric_limits<qint64>::max();
 const int kLongestModbusFrame = 256;
-const int kMostEvents = 4096;  // of exchanges that nobody takes
 
 bool isFinal(int exceptionCode) {
     return exceptionCode >= 1 && exceptionCode <= 3;  // illegal function, address, value: it stays so
@@ -90,6 +90,12 @@ QList<LineEvent> CallLoop::takeEvents() {
     return taken;
 }
 
+QList<Elements> CallLoop::takeWritten() {
+    const QList<Elements> taken = written_;
+    written_.clear();
+    return taken;
+}
+
 void CallLoop::advance(qint64 nowUs) {
     const qint64 farthest = kNever / 4;  // times that follow are sums with it
     nowUs_ = qMax(nowUs_, qMin(nowUs, farthest));
@@ -140,36 +146,31 @@ void CallLoop::sortOut(const Frame &frame) {
     }
 }
 
-Step CallLoop::next(qint64 nowUs) {
+Step CallLoop::next(qint64 nowUs, bool mayFetch) {
     received(QByteArray(), nowUs);
-    for (;;) {
-        qint64 untilUs = 0;
-        switch (phase_) {
-            case Idle:
-                if (!fetch()) {
-                    return waitUntil(stations_.nextDueUs());
-                }
-                break;
-            case Ready:
-                untilUs = readyUs();
-                if (nowUs_ < untilUs) {
-                    return waitUntil(untilUs);
-                }
-                return send();
-            case Waiting:
-                if (!isConcluded(&untilUs)) {
-                    return waitUntil(untilUs);
-                }
+    qint64 untilUs = nowUs_;
+    switch (phase_) {
+        case Idle:
+            if (!mayFetch || !fetch()) {
+                return waitUntil(stations_.nextDueUs());
+            }
+            return next(nowUs, mayFetch);
+        case Ready:
+            untilUs = readyUs();
+            return nowUs_ < untilUs ? waitUntil(untilUs) : send();
+        case Waiting:
+            if (isConcluded(&untilUs)) {
                 conclude();
-                break;
-            case Turnaround:
-                if (nowUs_ < lineFreeUs_) {
-                    return waitUntil(lineFreeUs_);
-                }
-                concludeBroadcast();
-                break;
-        }
+            }
+            return waitUntil(untilUs);
+        case Turnaround:
+            if (nowUs_ < lineFreeUs_) {
+                return waitUntil(lineFreeUs_);
+            }
+            concludeBroadcast();
+            return waitUntil(nowUs_);
     }
+    return waitUntil(nowUs_);
 }
 
 // Takes the driver's next request. False: there is none.
@@ -199,6 +200,9 @@ bool CallLoop::fetch() {
         if (!hasOperations(station)) {
             DriverPort::setStation(station, false);
         }
+    }
+    if (request->var.accessFlag != 0) {
+        written_.append(writtenElements(request->var));
     }
     phase_ = Ready;
     return true;
@@ -308,6 +312,7 @@ void CallLoop::finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure 
     exchange.station = current_.var.station;
     exchange.over = verdict.over;
     exchange.cyclic = current_.request.cyclic;
+    exchange.again = DriverPort::isReadAgain(current_.var);
     exchange.write = current_.request.shape.isWrite;
     exchange.elemType = current_.var.elemType;
     exchange.address = current_.var.address;
@@ -344,9 +349,6 @@ void CallLoop::tellOperations(const LineEvent &exchange) {
         if (stations_.isDown(over.station) && !hasOperations(over.station)) {
             DriverPort::setStation(over.station, false);
         }
-    }
-    while (events_.size() > kMostEvents && events_.at(0).kind == LineEvent::Exchange) {
-        events_.removeFirst();
     }
 }
 

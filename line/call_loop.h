@@ -19,7 +19,9 @@ public:
     CallLoop(const LineSettings &settings, DriverPort &port, qint64 nowUs);
 
     void received(const QByteArray &bytes, qint64 nowUs);
-    Step next(qint64 nowUs);
+    /// As Line::next, but comes back whenever a request is over, then with a wait until nowUs.
+    /// @param mayFetch  a new request may be taken from the driver.
+    Step next(qint64 nowUs, bool mayFetch);
     /// The bytes of the last Step::Send have been handed to the port.
     void sent(qint64 nowUs);
     /// The port was closed and opened again: what was on the line is lost or may still come.
@@ -28,7 +30,10 @@ public:
     /// An operation of the station is queued in the driver, or over. In between the station's requests go out even
     /// while it is down.
     void operationQueued(int operation, int station);
+    int operations() const { return operations_.size(); }
 
+    /// The elements that writes taken from the driver since the last call show in the cache.
+    QList<Elements> takeWritten();
     QList<LineEvent> takeEvents();
     const StationBackoff &stations() const { return stations_; }
 
@@ -78,6 +83,7 @@ private:
     Phase phase_;
     Current current_;
     QHash<int, int> operations_;  // those that are queued, and their stations
+    QList<Elements> written_;
     QList<LineEvent> events_;
 };
 

@@ -30,6 +30,7 @@ LineEvent::LineEvent()
       station(0),
       over(false),
       cyclic(false),
+      again(false),
       write(false),
       elemType(0),
       address(0),

@@ -1,0 +1,230 @@
+// The engine put together: the call loop, the reads it serves, what is known of their values, and the passes over them.
+#include <QtCore/QSet>
+
+#include <limits>
+
+#include "line/call_loop.h"
+#include "line/cyclic_reads.h"
+#include "line/pass_clock.h"
+#include "line/settings_in_range.h"
+#include "line/value_states.h"
+#include "line/variable.h"
+
+namespace dravo {
+
+namespace {
+
+const int kMostEvents = 4096;      // then those of exchanges that nobody takes go
+const int kMostOperations = 1000;  // the driver's queue of one-shot reads ends at 1024
+const int kMostWrittenCoils = 1968;  // that one Modbus write carries; the driver sends coils in one request
+const int kStalePasses = 3;
+const qint64 kLeastStaleUs = 1000000;
+
+}  // namespace
+
+struct Line::Parts {
+    Parts(const LineSettings &given, qint64 nowUs)
+        : settings(inRange(given)),
+          port(settings),
+          loop(settings, port, &statistics, nowUs),
+          reads(settings, port),
+          passes(settings.passPeriodUs),
+          lastOperation(0) {}
+
+    Step next(qint64 nowUs);
+    void digest(const LineEvent &event, qint64 nowUs);
+    void checkPass(qint64 nowUs);
+    void tell(const LineEvent &event);
+    int queued(int station);
+
+    LineSettings settings;
+    LineStatistics statistics;
+    DriverPort port;
+    CallLoop loop;
+    CyclicReads reads;
+    ValueStates states;
+    PassClock passes;
+    int lastOperation;
+    QList<LineEvent> events;
+};
+
+// One thing at a time, so that what a reply taught is in the driver's list before the next request is taken from it.
+Step Line::Parts::next(qint64 nowUs) {
+    for (;;) {
+        if (reads.update()) {
+            passes.begin(reads.requests(), nowUs);
+        }
+        if (reads.nextRetryUs() <= nowUs) {
+            reads.retryRefused(nowUs);
+        }
+        const bool mayFetch = loop.operations() > 0 || passes.isDue(nowUs);
+        Step step = loop.next(nowUs, mayFetch);
+        const QList<Elements> written = loop.takeWritten();
+        for (int i = 0; i < written.size(); ++i) {
+            states.writeStarted(written.at(i));
+        }
+        const QList<LineEvent> news = loop.takeEvents();
+        for (int i = 0; i < news.size(); ++i) {
+            digest(news.at(i), nowUs);
+        }
+        if (step.kind == Step::Send || news.isEmpty()) {
+            if (step.kind == Step::Wait) {
+                step.untilUs = qMin(step.untilUs, reads.nextRetryUs());
+                step.untilUs = mayFetch ? step.untilUs : qMin(step.untilUs, passes.dueUs());
+            }
+            return step;
+        }
+    }
+}
+
+void Line::Parts::digest(const LineEvent &event, qint64 nowUs) {
+    tell(event);
+    if (event.kind == LineEvent::StationDown) {
+        checkPass(nowUs);
+    }
+    if (event.kind != LineEvent::Exchange || !event.over || (!event.cyclic && !event.again)) {
+        return;
+    }
+    const Elements elements = {event.station, event.elemType, event.address, event.count};
+    states.readFinished(elements, event.failure == LineEvent::None, event.code, event.exceptionCode, nowUs);
+    LineEvent changed;
+    changed.text = reads.finished(event, nowUs);
+    if (!changed.text.isEmpty()) {
+        changed.kind = LineEvent::ReadsChanged;
+        changed.station = event.station;
+        tell(changed);
+    }
+    if (event.cyclic) {
+        passes.finished(elements);
+        checkPass(nowUs);
+    }
+}
+
+void Line::Parts::checkPass(qint64 nowUs) {
+    if (!passes.isOver(loop.stations())) {
+        return;
+    }
+    LineEvent done;
+    done.kind = LineEvent::PassDone;
+    done.passUs = passes.lastedUs(nowUs);
+    tell(done);
+    passes.begin(reads.requests(), qMax(nowUs, passes.dueUs()));
+}
+
+void Line::Parts::tell(const LineEvent &event) {
+    events.append(event);
+    for (int i = 0; events.size() > kMostEvents && i < events.size(); ++i) {
+        if (events.at(i).kind == LineEvent::Exchange || events.at(i).kind == LineEvent::PassDone) {
+            events.removeAt(i);
+            break;
+        }
+    }
+}
+
+int Line::Parts::queued(int station) {
+    lastOperation = lastOperation == std::numeric_limits<int>::max() ? 1 : lastOperation + 1;
+    loop.operationQueued(lastOperation, station);
+    return lastOperation;
+}
+
+Line::Line(const LineSettings &settings, qint64 nowUs) : parts_(new Parts(settings, nowUs)) {}
+
+Line::~Line() {
+    delete parts_;
+}
+
+void Line::received(const QByteArray &bytes, qint64 nowUs) {
+    parts_->loop.received(bytes, nowUs);
+}
+
+Step Line::next(qint64 nowUs) {
+    return parts_->next(nowUs);
+}
+
+void Line::sent(qint64 nowUs) {
+    parts_->loop.sent(nowUs);
+}
+
+void Line::restart(qint64 nowUs) {
+    parts_->loop.restart(nowUs);
+}
+
+int Line::watch(const QVector<Variable> &variables, qint64 nowUs) {
+    parts_->reads.watch(variables);
+    parts_->states.keepOnly(variables);
+    parts_->reads.update();
+    parts_->passes.begin(parts_->reads.requests(), nowUs);
+    return parts_->reads.requests().size();
+}
+
+int Line::readOnce(const Variable &variable) {
+    const int pieces = variable.elements.count / readLimits(variable.elements.elemType, parts_->settings.frameLimit).elementsPerRead + 2;
+    if (parts_->loop.operations() + pieces > kMostOperations) {
+        return 0;
+    }
+    RW_VAR record = readRecord(variable);
+    const RW_VAR own = parts_->port.ownRecord();
+    record.remoteMode = own.remoteMode;
+    record.nodeId = own.nodeId;
+    const int operation = parts_->queued(variable.station);
+    parts_->port.readOnce(operation, record);
+    return operation;
+}
+
+int Line::write(const Variable &variable, const QByteArray &values) {
+    const bool coils = variable.kind == BitValue && variable.elements.elemType == variable.elemType;
+    if (parts_->loop.operations() >= kMostOperations || (coils && variable.count > kMostWrittenCoils)) {
+        return 0;
+    }
+    const int operation = parts_->queued(variable.station);
+    parts_->port.write(operation, readRecord(variable), values);
+    return operation;
+}
+
+bool Line::takeEvent(LineEvent *event) {
+    if (parts_->events.isEmpty()) {
+        return false;
+    }
+    *event = parts_->events.takeFirst();
+    return true;
+}
+
+ValueState Line::stateOf(const Variable &variable, qint64 nowUs) const {
+    const qint64 planned = qMax(kLeastStaleUs, kStalePasses * qMax(parts_->reads.plannedUs(), parts_->settings.passPeriodUs));
+    const qint64 staleAfterUs = parts_->settings.staleAfterUs > 0 ? parts_->settings.staleAfterUs : planned;
+    ValueState state = parts_->states.stateOf(variable, nowUs, staleAfterUs);
+    if (parts_->reads.isRefused(variable)) {
+        state.condition = NotReadable;
+    } else if (isDown(variable.station)) {
+        state.condition = Down;
+    }
+    return state;
+}
+
+QByteArray Line::values(const Variable &variable) {
+    QByteArray bytes;
+    GetRegisterData(QString(), variable.elemType, variable.addressText, variable.station, bytes, variable.driverCount);
+    return bytes;
+}
+
+bool Line::isDown(int station) const {
+    return parts_->loop.stations().isDown(station);
+}
+
+qint64 Line::nextProbeUs(int station) const {
+    return parts_->loop.stations().nextProbeUs(station);
+}
+
+int Line::requestsPerPass() const {
+    return parts_->reads.requests().size();
+}
+
+qint64 Line::plannedPassUs() const {
+    return parts_->reads.plannedUs();
+}
+
+const LineStatistics &Line::statistics() const {
+    return parts_->statistics;
+}
+
+}  // namespace dravo
