@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "korvel_dravo_elements.h"
+
 namespace dravo {
 
 namespace {
@@ -11,9 +13,14 @@ bool comesBefore(const RefusedRange &a, const RefusedRange &b) {
     return a.range.first != b.range.first ? a.range.first < b.range.first : a.range.count < b.range.count;
 }
 
-bool hasWallInside(const QVector<int> &walls, const ElementRange &range) {
-    const QVector<int>::const_iterator wall = std::upper_bound(walls.constBegin(), walls.constEnd(), range.first);
-    return wall != walls.constEnd() && *wall < range.end();
+// Whether a plan with these walls would have cut the request. A wall within a 32-bit value at either end does not
+// count: the neighbour that shares the value may have brought it since.
+bool isCut(const ElementRange &request, const QVector<int> &walls, const WantedElements &wanted) {
+    const int end = int(request.end());
+    const int from = request.first + (wanted.isPair(request.first) ? 1 : 0);
+    const int to = end - (wanted.isPair(end - 2) ? 1 : 0);
+    const QVector<int>::const_iterator wall = std::upper_bound(walls.constBegin(), walls.constEnd(), from);
+    return wall != walls.constEnd() && *wall < to;
 }
 
 void addWalls(QVector<int> &walls, const QVector<int> &added) {
@@ -71,6 +78,12 @@ bool endsAt(const QVector<RefusedRange> &refused, int wall) {
     });
 }
 
+// A 32-bit value across the bound is read in halves.
+bool isLeftOut(int first, int count, int bound, const RefusedRange &entry) {
+    const bool isHalved = count == 2 && first + 1 == bound;
+    return entry.covers(first, count) || (isHalved && (entry.covers(first, 1) || entry.covers(bound, 1)));
+}
+
 // What the variables of today leave of the lessons of one group.
 Refusals stillOfUse(const Refusals &known, const WantedElements &wanted) {
     Refusals kept;
@@ -116,10 +129,10 @@ Lesson RequestWalls::refused(const ReadGroup &group, const ElementRange &request
         known.refused[place].nextRetryUs = nowUs + retryAfterUs_;
         return lesson;
     }
-    const bool isPair = request.count == 2 && wanted.isPair(request.first);
-    if (!isPair && hasWallInside(known.walls, request)) {
+    if (isCut(request, known.walls, wanted)) {
         return lesson;
     }
+    const bool isPair = request.count == 2 && wanted.isPair(request.first);
     const QVector<int> gaps = gapEnds(request, wanted);
     const QVector<int> boundaries = boundariesInside(request, wanted);
     if (!gaps.isEmpty()) {
@@ -178,17 +191,16 @@ void RequestWalls::wantedChanged(const QMap<ReadGroup, WantedElements> &wanted) 
 bool RequestWalls::isRefused(const ReadGroup &group, const WantedRange &variable) const {
     const QVector<RefusedRange> refused = of(group).refused;
     const int step = variable.unit == 2 ? 2 : 1;
+    const int bound = addressMapBound(group.elemType);
     const qint64 end = qint64(variable.address) + variable.count;
     const ElementRange firstNear = {qMax(variable.address, 0) - kMostElementsPerRead, 0};
-    for (int place = placeOf(refused, firstNear); place < refused.size(); ++place) {
+    int place = placeOf(refused, firstNear);
+    for (; place < refused.size() && refused.at(place).range.first < end; ++place) {
         const RefusedRange &entry = refused.at(place);
         const qint64 from = qMax<qint64>(variable.address, entry.range.first - 1);
-        if (entry.range.first >= end + 1) {
-            return false;
-        }
         for (qint64 value = from + (from - variable.address) % step; value < qMin(end, entry.range.end());
              value += step) {
-            if (entry.covers(int(value), step)) {
+            if (isLeftOut(int(value), step, bound, entry)) {
                 return true;
             }
         }
