@@ -118,7 +118,7 @@ struct SmallCase {
     explicit SmallCase(unsigned seed) : random(seed) {
         static const int kTypes[] = {0, 1, 2, 3, 7, 8, 10, 13};
         static const LineCost kLines[] = {
-            {9600, 12, 8, 0}, {19200, 12, 8, 5000}, {100000, 10, 8, 300}, {9600, 12, 22, 0}};
+            {9600, 12, 8, 0}, {19200, 12, 8, 5000}, {100000, 10, 8, 300}, {9600, 12, 0, 0}};
         type = kTypes[below(8)];
         line = kLines[below(4)];
         bits = type < 7;
