@@ -87,12 +87,12 @@ struct LineSettings {
     int retries;            // times that a request is sent again: 2
     int frameLimit;         // registers in a request, eight times as many coils: 32
     int remoteNode;         // 0 to 255: requests are remote frames for this node; -1: controller frames
-    MergeRule merge;         // MergeByDriver
-    qint64 replyDelayUs;     // what a controller takes to answer, for planning: 5000
-    qint64 passPeriodUs;     // least time from the start of a pass over the cyclic reads to the next: 0
-    qint64 staleAfterUs;     // age from which a value is stale; 0: three planned passes, at least a second
-    qint64 refusedRetryUs;   // between two reads of what a controller refused: 60000000
-    int downAfter;           // requests in a row without any answer that make a station down; 0: never. 3
+    MergeRule merge;        // MergeByDriver
+    qint64 replyDelayUs;    // what a controller takes to answer, for planning: 5000
+    qint64 passPeriodUs;    // least time from the start of a pass over the cyclic reads to the next: 0
+    qint64 staleAfterUs;    // age from which a value is stale; 0: three planned passes, at least a second
+    qint64 refusedRetryUs;  // between two reads of what a controller refused: 60000000
+    int downAfter;          // requests in a row without any answer that make a station down; 0: never. 3
     qint64 firstProbeUs;    // from a station's going down to its first probe; doubled after each: 1000000
     qint64 longestProbeUs;  // longest time between two probes: 30000000
 };
@@ -197,8 +197,8 @@ struct LineEvent {
     bool over;     // Exchange: the driver's operation is finished, well or badly; else the same is sent again, or
                    // the other half of a bit write follows
     bool cyclic;   // Exchange: of a cyclic read
-    bool again;          // Exchange: of something refused that is tried again
-    bool write;          // Exchange: of a write; a bit write's read half is none
+    bool again;    // Exchange: of something refused that is tried again
+    bool write;    // Exchange: of a write; a bit write's read half is none
     int elemType;  // Exchange: as carried on the line, and so address and count
     int address;
     int count;
@@ -209,14 +209,14 @@ struct LineEvent {
     QByteArray request;  // Exchange: the frame sent, and the answer to it that was believed; empty: none
     QByteArray reply;
     int operation;  // Operation: its number
-    bool done;           // Operation
-    qint64 passUs;       // PassDone: from its start
-    QString text;        // ReadsChanged: in words
+    bool done;      // Operation
+    qint64 passUs;  // PassDone: from its start
+    QString text;   // ReadsChanged: in words
 };
 
 /// The engine. One at a time in a process, since there is one driver, which it binds and unbinds: what is queued in the
-/// driver then is dropped, before and after. Ask for writes and one-shot reads through it, for the driver drops those of
-/// a station that is down without a word.
+/// driver then is dropped, before and after. Ask for writes and one-shot reads through it, for the driver drops those
+/// of a station that is down without a word.
 class Line {
 public:
     /// Settings out of range count as the nearest value.
@@ -236,6 +236,7 @@ public:
     /// @return requests in a pass; 0: none.
     int watch(const QVector<Variable> &variables, qint64 nowUs);
     /// Queue an operation of a usable variable. Its end is a LineEvent.
+    /// For a broadcast set the station of a usable variable to 0; it is done when the turnaround is over.
     /// @param values  as GetRegisterData gives them: 1 byte per bit, 2 per register, 4 per 32-bit value.
     /// @return its number, above 0; 0: refused, too many are queued or values are more than a request holds.
     int readOnce(const Variable &variable);

@@ -20,24 +20,6 @@ bool isBusy(int exceptionCode) {
     return exceptionCode == 5 || exceptionCode == 6;
 }
 
-// Settings that are in range whatever the host gives, so that no sum of times overflows.
-LineSettings inRange(const LineSettings &given) {
-    const qint64 longest = 24 * 3600 * 1000000LL;
-    LineSettings settings = given;
-    settings.baud = qBound(50, given.baud, 100000000);
-    settings.bitsPerCharacter = qBound(7, given.bitsPerCharacter, 16);
-    settings.timeoutUs = qBound<qint64>(1, given.timeoutUs, longest);
-    const qint64 lifetimeUs = given.lifetimeUs <= 0 ? 3 * settings.timeoutUs : given.lifetimeUs;
-    settings.lifetimeUs = qBound(settings.timeoutUs, lifetimeUs, 3 * longest);
-    settings.startSilenceUs = given.startSilenceUs < 0 ? settings.lifetimeUs : qMin(given.startSilenceUs, 3 * longest);
-    settings.turnaroundUs = qBound<qint64>(0, given.turnaroundUs, longest);
-    settings.silenceUs = qBound<qint64>(0, given.silenceUs, longest);
-    settings.busyPauseUs = qBound<qint64>(0, given.busyPauseUs, longest);
-    settings.firstProbeUs = qBound<qint64>(1, given.firstProbeUs, longest);
-    settings.longestProbeUs = qBound(settings.firstProbeUs, given.longestProbeUs, longest);
-    return settings;
-}
-
 Step waitUntil(qint64 us) {
     const Step step = {Step::Wait, QByteArray(), us};
     return step;
@@ -49,14 +31,15 @@ bool isCyclic(const RW_VAR &var) {
 
 }  // namespace
 
-CallLoop::CallLoop(const LineSettings &settings, DriverPort &port, qint64 nowUs)
-    : settings_(inRange(settings)),
-      times_(settings_),
+CallLoop::CallLoop(const LineSettings &settings, DriverPort &port, LineStatistics &statistics, qint64 nowUs)
+    : settings_(settings),
+      times_(settings),
       port_(port),
+      statistics_(statistics),
       finder_(nowUs),
       outstanding_(settings.answersMayDouble),
       echo_(settings.echo),
-      stations_(settings_),
+      stations_(settings),
       requests_(0),
       nowUs_(nowUs),
       lineFreeUs_(nowUs),
@@ -123,15 +106,18 @@ void CallLoop::sortOut(const Frame &frame) {
     if (phase_ == Waiting && frame.start >= current_.positionAtSending) {
         current_.framedBytes += frame.bytes.size();
     }
+    const int station = byteOf(frame.bytes, 0);
+    statistics_.received(station, frame.bytes.size(), times_.charactersUs(frame.bytes.size()));
     if (echo_.take(frame)) {
+        statistics_.echoReceived(station);
         return;
     }
     const bool waits = phase_ == Waiting && !current_.answered;
     const Outstanding::Match match = outstanding_.take(frame, waits ? &current_.request : 0);
     if (match == Outstanding::Foreign) {
+        statistics_.foreignDropped(station);
         return;
     }
-    const int station = byteOf(frame.bytes, 0);
     if (stations_.heard(station)) {
         DriverPort::setStation(station, true);
         LineEvent up;
@@ -140,10 +126,12 @@ void CallLoop::sortOut(const Frame &frame) {
         events_.append(up);
     }
     current_.heard = current_.heard || station == current_.request.shape.station;
-    if (match == Outstanding::Answer) {
-        current_.answered = true;
-        current_.answer = frame;
+    if (match != Outstanding::Answer) {
+        statistics_.lateDropped(station);
+        return;
     }
+    current_.answered = true;
+    current_.answer = frame;
 }
 
 Step CallLoop::next(qint64 nowUs, bool mayFetch) {
@@ -205,6 +193,7 @@ bool CallLoop::fetch() {
         written_.append(writtenElements(request->var));
     }
     phase_ = Ready;
+    current_.heldUs = qMax<qint64>(0, outstanding_.heldUntil(current_.request, nowUs_) - nowUs_);
     return true;
 }
 
@@ -232,6 +221,12 @@ Step CallLoop::send() {
     const qint64 expiresUs = current_.endOfSendingUs + settings_.lifetimeUs;
     outstanding_.sent(current_.request, current_.positionAtSending, expiresUs);
     echo_.sent(current_.request.shape, current_.positionAtSending, expiresUs);
+    const int station = current_.request.shape.station;
+    statistics_.sent(station, frame.size(), times_.charactersUs(frame.size()), !current_.isFirstTry);
+    if (current_.heldUs > 0) {
+        statistics_.waited(station, current_.heldUs);
+        current_.heldUs = 0;
+    }
     const Step step = {Step::Send, frame, nowUs_};
     return step;
 }
@@ -324,6 +319,7 @@ void CallLoop::finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure 
     exchange.reply = current_.answered ? current_.answer.bytes : QByteArray();
     exchange.replyUs = current_.answered ? current_.answer.arrivedUs - current_.endOfSendingUs : -1;
     events_.append(exchange);
+    count(exchange);
     if (verdict.over && !verdict.good && !current_.heard) {
         missed(current_.var.station);
     }
@@ -334,6 +330,20 @@ void CallLoop::finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure 
     phase_ = again ? Ready : Idle;
     if (again && !port_.request()) {  // the host has unbound the driver
         phase_ = Idle;
+    }
+}
+
+void CallLoop::count(const LineEvent &exchange) {
+    const int station = current_.request.shape.station;
+    if (exchange.failure == LineEvent::None && exchange.replyUs >= 0) {
+        statistics_.answered(station, exchange.replyUs);
+    } else if (exchange.failure == LineEvent::Refused) {
+        statistics_.exceptionReceived(station, exchange.exceptionCode);
+    }
+    if (exchange.over && exchange.failure != LineEvent::None) {
+        statistics_.failed(station, exchange.failure == LineEvent::NoAnswer  ? LineCounts::NoAnswer
+                                    : exchange.failure == LineEvent::Damaged ? LineCounts::Damaged
+                                                                             : LineCounts::Refused);
     }
 }
 

@@ -16,7 +16,8 @@ namespace dravo {
 
 class CallLoop {
 public:
-    CallLoop(const LineSettings &settings, DriverPort &port, qint64 nowUs);
+    /// @param settings  in range.
+    CallLoop(const LineSettings &settings, DriverPort &port, LineStatistics &statistics, qint64 nowUs);
 
     void received(const QByteArray &bytes, qint64 nowUs);
     /// As Line::next, but comes back whenever a request is over, then with a wait until nowUs.
@@ -46,6 +47,7 @@ private:
         bool isProbe;  // of a station that is down: one try
         bool isFirstTry;
         qint64 readySinceUs;
+        qint64 heldUs;  // at most, before its first try
         qint64 positionAtSending;
         qint64 endOfSendingUs;
         bool heard;          // its station sent something valid since the first try
@@ -65,6 +67,7 @@ private:
     void conclude();
     void concludeBroadcast();
     void finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure failure, int exceptionCode);
+    void count(const LineEvent &exchange);
     void tellOperations(const LineEvent &exchange);
     void missed(int station);
     bool hasOperations(int station) const { return operations_.key(station, 0) != 0; }
@@ -72,6 +75,7 @@ private:
     LineSettings settings_;
     LineTimes times_;
     DriverPort &port_;
+    LineStatistics &statistics_;
     FrameFinder finder_;
     Outstanding outstanding_;
     EchoWatch echo_;

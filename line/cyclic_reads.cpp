@@ -17,7 +17,7 @@ bool teaches(int exceptionCode) {
 }  // namespace
 
 CyclicReads::CyclicReads(const LineSettings &settings, DriverPort &port)
-    : settings_(settings), port_(port), walls_(settings.refusedRetryUs), isNew_(false) {}
+    : settings_(settings), port_(port), walls_(settings.refusedRetryUs), plannedUs_(0), isNew_(false) {}
 
 ReadGroup CyclicReads::groupOf(const Elements &elements) {
     const ReadGroup group = {elements.station, elements.elemType};
@@ -33,12 +33,12 @@ WantedRange CyclicReads::wantedOf(const Variable &variable) {
 
 void CyclicReads::watch(const QVector<Variable> &variables) {
     variables_ = variables;
-    QMap<ReadGroup, QVector<WantedRange> > ranges;
+    QMap<ReadGroup, QVector<WantedRange>> ranges;
     for (int i = 0; i < variables.size(); ++i) {
         ranges[groupOf(variables.at(i).elements)].append(wantedOf(variables.at(i)));
     }
     wanted_.clear();
-    QMap<ReadGroup, QVector<WantedRange> >::const_iterator it = ranges.constBegin();
+    QMap<ReadGroup, QVector<WantedRange>>::const_iterator it = ranges.constBegin();
     for (; it != ranges.constEnd(); ++it) {
         wanted_.insert(it.key(), WantedElements(it.value(), readLimits(it.key().elemType, settings_.frameLimit)));
     }
@@ -96,6 +96,7 @@ bool CyclicReads::update() {
         }
     }
     requests_ = port_.setCyclicReads(&merged, planned);
+    plannedUs_ = workOutPlannedUs();
     return true;
 }
 
@@ -127,7 +128,7 @@ ReadCost CyclicReads::cost() const {
     return ReadCost(line);
 }
 
-qint64 CyclicReads::plannedUs() const {
+qint64 CyclicReads::workOutPlannedUs() const {
     const ReadCost each = cost();
     qint64 us = 0;
     for (int i = 0; i < requests_.size(); ++i) {

@@ -1,5 +1,5 @@
-// The cyclic list of the driver: made of the watched variables, by the driver's own merge or by time, and cut anew where
-// a controller refuses something. Communication thread.
+// The cyclic list of the driver: made of the watched variables, by the driver's own merge or by time, and cut anew
+// where a controller refuses something. Communication thread.
 #ifndef DRAVO_LINE_CYCLIC_READS_H
 #define DRAVO_LINE_CYCLIC_READS_H
 
@@ -28,10 +28,11 @@ public:
     /// What the driver has in its list.
     const QList<RW_VAR> &requests() const { return requests_; }
     /// What they take on a line without faults.
-    qint64 plannedUs() const;
+    qint64 plannedUs() const { return plannedUs_; }
 
 private:
     ReadCost cost() const;
+    qint64 workOutPlannedUs() const;
     static ReadGroup groupOf(const Elements &elements);
     static WantedRange wantedOf(const Variable &variable);
     bool isPlannedHere(const ReadGroup &group) const;
@@ -43,6 +44,7 @@ private:
     QMap<ReadGroup, WantedElements> wanted_;
     RequestWalls walls_;
     QList<RW_VAR> requests_;
+    qint64 plannedUs_;
     bool isNew_;
 };
 

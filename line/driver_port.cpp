@@ -8,7 +8,7 @@ const int kOwnerId = 12;  // the first that adds nothing to a failure code
 const int kCheckingMode = 0;
 const int kQueueUnchanged = 1;
 const int kWritesGoToDevice = 2;
-const int kDone = 1;           // code of the callback
+const int kDone = 1;          // code of the callback
 const int kReadAgainId = 13;  // owner of reads that are no operation
 
 }  // namespace

@@ -1,12 +1,10 @@
 // The engine put together: the call loop, the reads it serves, what is known of their values, and the passes over them.
-#include <QtCore/QSet>
-
 #include <limits>
 
 #include "line/call_loop.h"
 #include "line/cyclic_reads.h"
+#include "line/line_settings.h"
 #include "line/pass_clock.h"
-#include "line/settings_in_range.h"
 #include "line/value_states.h"
 #include "line/variable.h"
 
@@ -14,8 +12,8 @@ namespace dravo {
 
 namespace {
 
-const int kMostEvents = 4096;      // then those of exchanges that nobody takes go
-const int kMostOperations = 1000;  // the driver's queue of one-shot reads ends at 1024
+const int kMostEvents = 4096;        // then those of exchanges that nobody takes go
+const int kMostOperations = 1000;    // the driver's queue of one-shot reads ends at 1024
 const int kMostWrittenCoils = 1968;  // that one Modbus write carries; the driver sends coils in one request
 const int kStalePasses = 3;
 const qint64 kLeastStaleUs = 1000000;
@@ -26,7 +24,7 @@ struct Line::Parts {
     Parts(const LineSettings &given, qint64 nowUs)
         : settings(inRange(given)),
           port(settings),
-          loop(settings, port, &statistics, nowUs),
+          loop(settings, port, statistics, nowUs),
           reads(settings, port),
           passes(settings.passPeriodUs),
           lastOperation(0) {}
@@ -158,7 +156,9 @@ int Line::watch(const QVector<Variable> &variables, qint64 nowUs) {
 }
 
 int Line::readOnce(const Variable &variable) {
-    const int pieces = variable.elements.count / readLimits(variable.elements.elemType, parts_->settings.frameLimit).elementsPerRead + 2;
+    const int pieces =
+        variable.elements.count / readLimits(variable.elements.elemType, parts_->settings.frameLimit).elementsPerRead +
+        2;
     if (parts_->loop.operations() + pieces > kMostOperations) {
         return 0;
     }
@@ -190,7 +190,8 @@ bool Line::takeEvent(LineEvent *event) {
 }
 
 ValueState Line::stateOf(const Variable &variable, qint64 nowUs) const {
-    const qint64 planned = qMax(kLeastStaleUs, kStalePasses * qMax(parts_->reads.plannedUs(), parts_->settings.passPeriodUs));
+    const qint64 planned =
+        qMax(kLeastStaleUs, kStalePasses * qMax(parts_->reads.plannedUs(), parts_->settings.passPeriodUs));
     const qint64 staleAfterUs = parts_->settings.staleAfterUs > 0 ? parts_->settings.staleAfterUs : planned;
     ValueState state = parts_->states.stateOf(variable, nowUs, staleAfterUs);
     if (parts_->reads.isRefused(variable)) {

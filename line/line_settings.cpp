@@ -1,4 +1,4 @@
-#include "korvel_dravo_line.h"
+#include "line/line_settings.h"
 
 namespace dravo {
 
@@ -24,6 +24,29 @@ LineSettings::LineSettings()
       downAfter(3),
       firstProbeUs(1000000),
       longestProbeUs(30000000) {}
+
+LineSettings inRange(const LineSettings &given) {
+    const qint64 longest = 24 * 3600 * 1000000LL;
+    LineSettings settings = given;
+    settings.baud = qBound(50, given.baud, 100000000);
+    settings.bitsPerCharacter = qBound(7, given.bitsPerCharacter, 16);
+    settings.timeoutUs = qBound<qint64>(1, given.timeoutUs, longest);
+    const qint64 lifetimeUs = given.lifetimeUs <= 0 ? 3 * settings.timeoutUs : given.lifetimeUs;
+    settings.lifetimeUs = qBound(settings.timeoutUs, lifetimeUs, 3 * longest);
+    settings.startSilenceUs = given.startSilenceUs < 0 ? settings.lifetimeUs : qMin(given.startSilenceUs, 3 * longest);
+    settings.frameLimit = qBound(1, given.frameLimit, 65536);
+    settings.retries = qBound(0, given.retries, 1000000);
+    settings.replyDelayUs = qBound<qint64>(0, given.replyDelayUs, longest);
+    settings.passPeriodUs = qBound<qint64>(0, given.passPeriodUs, longest);
+    settings.staleAfterUs = qBound<qint64>(0, given.staleAfterUs, 365 * longest);
+    settings.refusedRetryUs = qBound<qint64>(1000000, given.refusedRetryUs, longest);
+    settings.turnaroundUs = qBound<qint64>(0, given.turnaroundUs, longest);
+    settings.silenceUs = qBound<qint64>(0, given.silenceUs, longest);
+    settings.busyPauseUs = qBound<qint64>(0, given.busyPauseUs, longest);
+    settings.firstProbeUs = qBound<qint64>(1, given.firstProbeUs, longest);
+    settings.longestProbeUs = qBound(settings.firstProbeUs, given.longestProbeUs, longest);
+    return settings;
+}
 
 LineEvent::LineEvent()
     : kind(Exchange),

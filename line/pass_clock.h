@@ -34,8 +34,8 @@ private:
     qint64 periodUs_;
     qint64 beginUs_;
     int finished_;
-    QMap<Key, int> left_;       // how often, since requests as they stand can be alike
-    QMap<int, int> leftOf_;     // by station
+    QMap<Key, int> left_;    // how often, since requests as they stand can be alike
+    QMap<int, int> leftOf_;  // by station
 };
 
 }  // namespace dravo

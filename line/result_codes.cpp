@@ -14,9 +14,9 @@ struct FailureRange {
 };
 // The driver is handed a damaged reply as one of the wrong length.
 const FailureRange kFailures[] = {
-    {kResultLocalNoReply, "no reply"},        {kResultRemoteNoReply, "no reply"},
+    {kResultLocalNoReply, "no reply"},          {kResultRemoteNoReply, "no reply"},
     {kResultLocalWrongLength, "damaged reply"}, {kResultRemoteWrongLength, "damaged reply"},
-    {kResultLocalRejected, "damaged reply"},  {kResultRemoteRejected, "damaged reply"},
+    {kResultLocalRejected, "damaged reply"},    {kResultRemoteRejected, "damaged reply"},
 };
 
 struct ExceptionName {

@@ -90,7 +90,8 @@ void ValueStates::readFinished(const Elements &elements, bool good, int code, in
         segments->insert(elements.address, read);
         return;
     }
-    for (Segments::iterator at = segments->lowerBound(elements.address); at != segments->end() && at.key() < end; ++at) {
+    for (Segments::iterator at = segments->lowerBound(elements.address); at != segments->end() && at.key() < end;
+         ++at) {
         at.value().code = code;
         at.value().exceptionCode = exceptionCode;
     }
@@ -102,7 +103,8 @@ void ValueStates::writeStarted(const Elements &elements) {
     }
     Segments *segments = cutOut(elements);
     const int end = elements.address + elements.count;
-    for (Segments::iterator at = segments->lowerBound(elements.address); at != segments->end() && at.key() < end; ++at) {
+    for (Segments::iterator at = segments->lowerBound(elements.address); at != segments->end() && at.key() < end;
+         ++at) {
         at.value().unsure = true;
     }
 }

@@ -23,7 +23,7 @@ public:
 
 private:
     struct Segment {
-        int end;  // behind its last element
+        int end;          // behind its last element
         qint64 goodAtUs;  // the smallest time: never
         bool unsure;
         int code;

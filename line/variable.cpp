@@ -62,14 +62,7 @@ bool resolveElements(const ElementType &type, Variable *variable) {
 }  // namespace
 
 Variable::Variable()
-    : elemType(0),
-      station(1),
-      count(1),
-      kind(BitValue),
-      driverCount(0),
-      elementAddress(-1),
-      firstBit(0),
-      elements() {}
+    : elemType(0), station(1), count(1), kind(BitValue), driverCount(0), elementAddress(-1), firstBit(0), elements() {}
 
 QList<VariableFault> resolve(Variable *variable) {
     QList<VariableFault> faults;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "korvel_dravo_port.h"
+
 namespace {
 
 const std::vector<int> kStations = {1, 2, 3};
@@ -59,6 +61,10 @@ dravo::LineSettings Soak::drawnSettings(std::mt19937 &random, const WireTimes &t
     settings.retries = int(random() % 3);
     settings.echo = random() % 3 != 0 ? dravo::EchoAuto : echo ? dravo::EchoOn : dravo::EchoOff;
     settings.downAfter = int(random() % 5);
+    settings.frameLimit = 2 + int(random() % 30);
+    settings.merge = random() % 2 == 0 ? dravo::MergeByTime : dravo::MergeByDriver;
+    settings.passPeriodUs = random() % 4 == 0 ? 1000000 : 0;
+    settings.refusedRetryUs = 5000000;
     return settings;
 }
 
@@ -69,8 +75,7 @@ Soak::Soak(unsigned seed)
       faults_(drawnFaults(random_)),
       wire_(faults_, times_, kStations, unsigned(random_())),
       settings_(drawnSettings(random_, times_, faults_.echo)),
-      port_(settings_),
-      loop_(settings_, port_, 0),
+      line_(settings_, 0),
       byteByByte_(random_() % 3 == 0) {
     wire_.alarm = [this](const std::string &what) { fail(what); };
     wire_.written = [this](int writer, quint16 before, quint16 after) {
@@ -88,7 +93,7 @@ Soak::Soak(unsigned seed)
             wire_.coil(station, kSelfLikeCoils + i) = Cell(-1, quint16((i + station) % 3 == 0));
         }
     }
-    setCyclicReads();
+    watchSomething();
     // What an earlier master asked just before may still be answered.
     const char *const earlier[] = {"010300300002", "0203003c0001", "01060030ffff", "03030000000a"};
     for (const char *frame : earlier) {
@@ -98,27 +103,37 @@ Soak::Soak(unsigned seed)
     }
 }
 
-// Several of one length, so that an answer to one could pass for another's.
-void Soak::setCyclicReads() {
-    QList<RW_VAR> requests;
-    for (const int station : kStations) {
-        for (int i = 0; i < 4; ++i) {
-            RW_VAR request = port_.ownRecord();
-            request.itemId = -1;
-            request.station = station;
-            request.elemType = i < 2 ? 7 : 1;
-            request.address = i < 2 ? below(kRegisters - 8) : kSelfLikeCoils + below(8);
-            request.count = i < 2 ? 1 + below(3) : 9 + below(24);
-            requests.append(request);
-        }
-    }
-    port_.setCyclicReads(requests);
+dravo::Variable Soak::variable(int station, int elemType, const QString &address, int count) {
+    dravo::Variable made;
+    made.station = station;
+    made.elemType = elemType;
+    made.addressText = address;
+    made.count = count;
+    dravo::resolve(&made);
+    return made;
 }
 
-int Soak::newOperation(const Asked &asked) {
-    pending_[++lastOperation_] = asked;
-    loop_.operationQueued(lastOperation_, asked.station);
-    return lastOperation_;
+// Several of one length, so that an answer to one could pass for another's; with gaps, and some that are refused.
+void Soak::watchSomething() {
+    QVector<dravo::Variable> variables;
+    for (const int station : kStations) {
+        for (int i = 0; i < 2 + below(4); ++i) {
+            const bool coils = below(2) == 0;
+            const int address = coils ? kSelfLikeCoils + below(8) : below(kRegisters - 8);
+            const int type = coils ? 1 : below(4) == 0 ? 12 : 7;
+            variables.append(variable(station, type, QString::number(address, coils ? 8 : 10),
+                                      coils ? 9 + below(24) : 1 + below(3)));
+        }
+    }
+    line_.watch(variables, nowUs_);
+}
+
+void Soak::asked(int operation, const Asked &what) {
+    if (operation == 0) {
+        fail("an operation was refused");
+    } else if (!pending_.emplace(operation, what).second) {
+        fail("an operation has the number of another");
+    }
 }
 
 void Soak::askSomething() {
@@ -139,63 +154,43 @@ void Soak::askSomething() {
 }
 
 void Soak::askWrite(int station) {
-    RW_VAR variable = RW_VAR();
-    variable.station = station;
-    variable.count = 1;
-    QByteArray values;
     const int kind = below(4);
-    Asked asked = {true, station, kind == 1, 0, QByteArray(), -1, nowUs_};
-    if (kind == 0) {  // a bit inside a word
-        asked.address = kBitWord;
-        asked.bit = below(16);
-        variable.elemType = 15;
-        variable.addressText = QString::fromLatin1("%1.%2").arg(kBitWord).arg(asked.bit);
-        values = QByteArray(1, char(below(2)));
-    } else if (kind == 1) {
-        variable.elemType = 1;
-        variable.count = 1 + below(3);
-        asked.address = below(8);
-        variable.addressText = QString::number(asked.address, 8);
-        for (int i = 0; i < variable.count; ++i) {
-            values.append(char(below(2)));
+    const int count = kind == 0 ? 1 : 1 + below(3);
+    Asked what = {true, station, kind == 1, 0, QByteArray(), -1, nowUs_};
+    if (kind < 2) {
+        for (int i = 0; i < count; ++i) {
+            what.values.append(char(below(2)));
         }
     } else {
-        variable.elemType = 7;
-        variable.count = 1 + below(3);
-        asked.address = below(6) == 0 ? kBitWord : kMoving + below(kRegisters - kMoving - 3);
-        variable.addressText = QString::number(asked.address);
-        for (int i = 0; i < variable.count; ++i) {
+        for (int i = 0; i < count; ++i) {
             ++nextValue_;
-            values.append(char(nextValue_)).append(char(nextValue_ >> 8));
+            what.values.append(char(nextValue_)).append(char(nextValue_ >> 8));
         }
     }
-    asked.values = values;
-    port_.write(newOperation(asked), variable, values);
+    if (kind == 0) {  // a bit inside a word
+        what.address = kBitWord;
+        what.bit = below(16);
+        const QString address = QString::fromLatin1("%1.%2").arg(kBitWord).arg(what.bit);
+        return asked(line_.write(variable(station, 15, address, 1), what.values), what);
+    }
+    what.address = kind == 1 ? below(8) : below(6) == 0 ? kBitWord : kMoving + below(kRegisters - kMoving - 3);
+    const int type = kind == 1 ? 1 : 7;
+    const QString address = QString::number(what.address, kind == 1 ? 8 : 10);
+    asked(line_.write(variable(station, type, address, count), what.values), what);
 }
 
 void Soak::askBroadcast() {
-    RW_VAR variable = RW_VAR();
-    variable.elemType = 7;
-    variable.count = 1;
     const int address = kMoving + below(8);
-    variable.addressText = QString::number(address);
     ++nextValue_;
     const QByteArray values = QByteArray(1, char(nextValue_)) + char(nextValue_ >> 8);
-    const Asked asked = {true, 0, false, address, values, -1, nowUs_};
-    port_.write(newOperation(asked), variable, values);
+    dravo::Variable everywhere = variable(1, 7, QString::number(address), 1);
+    everywhere.station = 0;
+    asked(line_.write(everywhere, values), {true, 0, false, address, values, -1, nowUs_});
 }
 
 void Soak::askOnceRead(int station) {
-    RW_VAR variable = port_.ownRecord();
-    variable.station = station;
-    variable.elemType = 7;
-    variable.count = 1 + below(3);
-    variable.addressText = QString::number(below(kRegisters - 3));
-    const Asked asked = {false, station, false, 0, QByteArray(), -1, nowUs_};
-    const int operation = newOperation(asked);
-    if (!port_.readOnce(operation, variable)) {
-        fail("a one-shot read was refused");
-    }
+    const dravo::Variable wanted = variable(station, 7, QString::number(below(kRegisters - 3)), 1 + below(3));
+    asked(line_.readOnce(wanted), {false, station, false, 0, QByteArray(), -1, nowUs_});
 }
 
 std::string Soak::run(int exchanges) {
@@ -207,11 +202,14 @@ std::string Soak::run(int exchanges) {
 
 void Soak::turn() {
     wire_.advance(nowUs_);
-    loop_.received(wire_.take(nowUs_), nowUs_);
+    line_.received(wire_.take(nowUs_), nowUs_);
     if (below(4) == 0) {
         askSomething();
     }
-    const dravo::Step step = loop_.next(wire_.chance(0.01) ? nowUs_ - 5000 : nowUs_);
+    if (below(2000) == 0) {
+        watchSomething();
+    }
+    const dravo::Step step = line_.next(wire_.chance(0.01) ? nowUs_ - 5000 : nowUs_);
     look();
     if (step.kind == dravo::Step::Wait) {
         wait(step.untilUs);
@@ -230,7 +228,7 @@ void Soak::turn() {
         sendings_.pop_front();
     }
     wire_.send(step.bytes, nowUs_, requests_);
-    loop_.sent(nowUs_);
+    line_.sent(nowUs_);
     ++exchanges_;
 }
 
@@ -249,13 +247,13 @@ void Soak::wait(Us untilUs) {
 }
 
 void Soak::look() {
-    const QList<dravo::LineEvent> events = loop_.takeEvents();
-    for (const dravo::LineEvent &event : events) {
+    for (dravo::LineEvent event; line_.takeEvent(&event);) {
         lookAt(event);
     }
 }
 
 void Soak::lookAt(const dravo::LineEvent &event) {
+    ++eventCounts_[event.kind];
     switch (event.kind) {
         case dravo::LineEvent::Exchange:
             if (event.failure == dravo::LineEvent::Refused &&
@@ -280,6 +278,9 @@ void Soak::lookAt(const dravo::LineEvent &event) {
             }
             event.kind == dravo::LineEvent::StationDown ? void(down_.insert(event.station))
                                                         : void(down_.erase(event.station));
+            break;
+        case dravo::LineEvent::PassDone:
+        case dravo::LineEvent::ReadsChanged:
             break;
     }
 }
@@ -324,6 +325,7 @@ void Soak::lookAtOperation(const dravo::LineEvent &event) {
     if (event.done && found->second.write && found->second.station != 0 && !wasCarriedOut(found->second)) {
         fail("write " + std::to_string(event.operation) + " is done and was not carried out");
     }
+    operationsDone_ += event.done ? 1 : 0;
     pending_.erase(found);
 }
 

@@ -9,7 +9,7 @@
 #include <set>
 #include <string>
 
-#include "line/call_loop.h"
+#include "korvel_dravo_line.h"
 #include "line/wire.h"
 
 class Soak {
@@ -21,6 +21,10 @@ public:
     std::string run(int exchanges);
 
     int exchanges() const { return exchanges_; }
+    const dravo::LineCounts &counts() const { return line_.statistics().line().counts; }
+    /// How often each kind of event came.
+    const std::map<int, long> &events() const { return eventCounts_; }
+    long operationsDone() const { return operationsDone_; }
     /// How to see it again.
     std::string report() const;
 
@@ -37,12 +41,13 @@ private:
 
     static WireFaults drawnFaults(std::mt19937 &random);
     static dravo::LineSettings drawnSettings(std::mt19937 &random, const WireTimes &times, bool echo);
-    void setCyclicReads();
+    void watchSomething();
+    static dravo::Variable variable(int station, int elemType, const QString &address, int count);
     void askSomething();
     void askWrite(int station);
     void askBroadcast();
     void askOnceRead(int station);
-    int newOperation(const Asked &asked);
+    void asked(int operation, const Asked &what);
     void turn();
     void wait(Us untilUs);
     void look();
@@ -60,8 +65,7 @@ private:
     const WireFaults faults_;
     Wire wire_;
     const dravo::LineSettings settings_;
-    dravo::DriverPort port_;
-    dravo::CallLoop loop_;
+    dravo::Line line_;
     bool byteByByte_;
     Us nowUs_ = 0;
     int exchanges_ = 0;
@@ -74,9 +78,10 @@ private:
     };
     std::deque<Sending> sendings_;
     std::map<int, Asked> pending_;
-    int lastOperation_ = 0;
     quint16 nextValue_ = 1;
     std::set<int> down_;
+    std::map<int, long> eventCounts_;
+    long operationsDone_ = 0;
     std::string failure_;
 };
 

@@ -4,11 +4,45 @@
 
 #include "line/soak.h"
 
+namespace {
+
+/// That nothing went wrong says little where nothing happened.
+struct Happened {
+    long answered = 0, retries = 0, refused = 0, late = 0, foreign = 0, echoes = 0, done = 0;
+    std::map<int, long> events;
+
+    void add(const Soak &soak) {
+        const dravo::LineCounts &counts = soak.counts();
+        answered += long(counts.answered);
+        retries += long(counts.retries);
+        refused += long(counts.failures[dravo::LineCounts::Refused]);
+        late += long(counts.lateDropped);
+        foreign += long(counts.foreignDropped);
+        echoes += long(counts.echoes);
+        done += soak.operationsDone();
+        for (const auto &[kind, count] : soak.events()) {
+            events[kind] += count;
+        }
+    }
+    void print() {
+        std::printf(
+            "answered %ld, retries %ld, refused %ld, late answers dropped %ld, foreign frames %ld, echoes %ld\n",
+            answered, retries, refused, late, foreign, echoes);
+        std::printf("operations %ld of which done %ld, stations down %ld and up %ld, passes %ld, lists cut anew %ld\n",
+                    events[dravo::LineEvent::Operation], done, events[dravo::LineEvent::StationDown],
+                    events[dravo::LineEvent::StationUp], events[dravo::LineEvent::PassDone],
+                    events[dravo::LineEvent::ReadsChanged]);
+    }
+};
+
+}  // namespace
+
 int main(int argc, char **argv) {
     const long exchanges = argc > 1 ? std::atol(argv[1]) : 200000;
     unsigned seed = argc > 2 ? unsigned(std::strtoul(argv[2], nullptr, 10)) : 1;
     const int run = argc > 3 ? std::atoi(argv[3]) : 500;
     long made = 0;
+    Happened happened;
     for (; made < exchanges; ++seed) {
         Soak soak(seed);
         if (!soak.run(run).empty()) {
@@ -18,7 +52,9 @@ int main(int argc, char **argv) {
             return 1;
         }
         made += soak.exchanges();
+        happened.add(soak);
     }
+    happened.print();
     std::printf("%ld exchanges, nothing wrong; next seed %u\n", made, seed);
     return 0;
 }
