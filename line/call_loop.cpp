@@ -214,6 +214,9 @@ qint64 CallLoop::readyUs() const {
 Step CallLoop::send() {
     const QByteArray &frame = current_.request.shape.frame;
     current_.positionAtSending = finder_.position();
+    if (current_.isFirstTry) {
+        current_.request.position = finder_.position();
+    }
     current_.framedBytes = 0;
     current_.answered = false;
     phase_ = current_.request.shape.station == 0 ? Turnaround : Waiting;

@@ -61,7 +61,7 @@ Outstanding::Match Outstanding::take(const Frame &reply, const Request *waiting)
     for (int i = 0; i < entries_.size(); ++i) {
         const Entry &entry = entries_.at(i);
         if (isAlive(entry, reply) && entry.shape.fits(reply.bytes)) {
-            const bool isAnswer = waiting && serves(entry, *waiting);
+            const bool isAnswer = waiting && reply.start >= waiting->position && serves(entry, *waiting);
             answered(i);
             return isAnswer ? Answer : Late;
         }
@@ -82,7 +82,7 @@ Outstanding::Match Outstanding::takeException(const Frame &reply, const Request 
             return Ambiguous;
         }
         oldest = oldest < 0 ? i : oldest;
-        ++(waiting && serves(entry, *waiting) ? serving : others);
+        ++(waiting && reply.start >= waiting->position && serves(entry, *waiting) ? serving : others);
     }
     if (oldest < 0) {
         return Foreign;

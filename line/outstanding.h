@@ -23,6 +23,7 @@ public:
         RequestShape shape;
         qint64 number;
         bool cyclic;
+        qint64 position;  // bytes received before its first sending; what began before is no answer to it
     };
 
     /// A frame goes out behind the bytes received so far; its answer has arrived by expiresUs or never will.

@@ -9,7 +9,6 @@ namespace {
 const std::vector<int> kStations = {1, 2, 3};
 constexpr int kMoving = 32;     // registers below count on by themselves
 constexpr int kRegisters = 64;  // from there on they are written
-constexpr int kRefusedFrom = 60;
 constexpr int kBitWord = 40;  // its bits are written one by one, and the whole now and then
 constexpr int kSelfLikeCoils = 0x0310;
 constexpr int kMostPending = 20;
@@ -39,7 +38,7 @@ WireTimes drawnTimes(std::mt19937 &random) {
 WireFaults Soak::drawnFaults(std::mt19937 &random) {
     WireFaults faults;
     faults.late = std::uniform_real_distribution<double>(0, 0.6)(random);
-    faults.lost = drawn(random, 0.3);
+    faults.lost = random() % 2 == 0 ? drawn(random, 0.4) : 0.1;
     faults.cut = drawn(random, 0.1);
     faults.altered = drawn(random, 0.1);
     faults.stray = drawn(random, 0.1);
@@ -48,7 +47,7 @@ WireFaults Soak::drawnFaults(std::mt19937 &random) {
     faults.overtaking = random() % 2 == 0;
     faults.echo = random() % 3 == 0;
     faults.deadStation = random() % 3 == 0 ? 3 : 0;
-    faults.refusedFrom = random() % 2 == 0 ? kRefusedFrom : 1 << 20;
+    faults.refusedFrom = random() % 2 == 0 ? kMoving + int(random() % 30) : 1 << 20;
     return faults;
 }
 
@@ -58,7 +57,7 @@ dravo::LineSettings Soak::drawnSettings(std::mt19937 &random, const WireTimes &t
     settings.timeoutUs = times.timeoutUs;
     settings.lifetimeUs = times.lifetimeUs;
     settings.turnaroundUs = times.turnaroundUs;
-    settings.retries = int(random() % 3);
+    settings.retries = int(random() % 5);
     settings.echo = random() % 3 != 0 ? dravo::EchoAuto : echo ? dravo::EchoOn : dravo::EchoOff;
     settings.downAfter = int(random() % 5);
     settings.frameLimit = 2 + int(random() % 30);
@@ -76,7 +75,8 @@ Soak::Soak(unsigned seed)
       wire_(faults_, times_, kStations, unsigned(random_())),
       settings_(drawnSettings(random_, times_, faults_.echo)),
       line_(settings_, 0),
-      byteByByte_(random_() % 3 == 0) {
+      byteByByte_(random_() % 3 == 0),
+      asksOften_(random_() % 2 == 0) {
     wire_.alarm = [this](const std::string &what) { fail(what); };
     wire_.written = [this](int writer, quint16 before, quint16 after) {
         if (bitWrites_.count(writer) != 0 && qPopulationCount(quint16(before ^ after)) > 1) {
@@ -203,7 +203,7 @@ std::string Soak::run(int exchanges) {
 void Soak::turn() {
     wire_.advance(nowUs_);
     line_.received(wire_.take(nowUs_), nowUs_);
-    if (below(4) == 0) {
+    if (below(asksOften_ ? 4 : 30) == 0) {
         askSomething();
     }
     if (below(2000) == 0) {

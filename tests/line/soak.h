@@ -66,7 +66,8 @@ private:
     Wire wire_;
     const dravo::LineSettings settings_;
     dravo::Line line_;
-    bool byteByByte_;
+    const bool byteByByte_;
+    const bool asksOften_;
     Us nowUs_ = 0;
     int exchanges_ = 0;
     int requests_ = 1;         // that were new
