@@ -37,7 +37,7 @@ QVector<Unit> unitsToRead(const WantedElements &wanted, const QVector<RefusedRan
     QVector<Unit> units;
     int pairsEnd = 0;
     for (int address = wanted.begin(); address < wanted.end(); ++address) {
-        const int value = values.at(address - wanted.begin());
+        const int value = uchar(values.at(address - wanted.begin()));
         if (wanted.isPair(address) && !(value & PairRefused)) {
             const Unit pair = {address, address + 2};
             units.append(pair);

@@ -3,7 +3,7 @@
 #define DRAVO_LINE_READ_PLAN_H
 
 #include "line/read_cost.h"
-#include "line/request_walls.h"
+#include "line/refusals.h"
 
 namespace dravo {
 

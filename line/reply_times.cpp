@@ -6,7 +6,7 @@ namespace dravo {
 
 namespace {
 
-const int kBucketsPerOctave = 16;
+const qint64 kBucketsPerOctave = 16;
 
 // Times below 16 have a bucket each; above, each doubling of the time is cut into 16.
 int bucketOf(qint64 us) {
@@ -44,8 +44,8 @@ qint64 ReplyTimes::quantileUs(int percent) const {
 }
 
 qint64 ReplyTimes::bucketStartUs(int bucket) {
-    const int octave = qMax(bucket / kBucketsPerOctave - 1, 0);
-    return qint64(bucket - octave * kBucketsPerOctave) << octave;
+    const qint64 octave = qMax<qint64>(bucket / kBucketsPerOctave - 1, 0);
+    return (bucket - octave * kBucketsPerOctave) << octave;
 }
 
 }  // namespace dravo

@@ -9,13 +9,9 @@ struct Span {
     int to;
 };
 
-qint64 elementsOf(const WantedRange &range) {
-    return range.unit == 2 ? (range.count + 1LL) / 2 * 2 : range.count;
-}
-
 // The part that has addresses on the wire.
 Span spanOf(const WantedRange &range, const ReadLimits &limits) {
-    const qint64 to = qMin<qint64>(range.address + elementsOf(range), limits.end);
+    const qint64 to = qMin<qint64>(range.address + range.elements(), limits.end);
     const bool any = range.address >= 0 && to > range.address;
     const Span span = {any ? range.address : 0, any ? int(to) : 0};
     return span;
@@ -69,7 +65,7 @@ void addValues(Coverage &coverage, const Span &span, int unit, const ReadLimits 
 }  // namespace
 
 bool isReachable(const WantedRange &range, const ReadLimits &limits) {
-    return elementsOf(range) < 1 || (range.address >= 0 && range.address + elementsOf(range) <= limits.end);
+    return range.elements() < 1 || (range.address >= 0 && range.address + range.elements() <= limits.end);
 }
 
 WantedElements::WantedElements() : limits_(readLimits(-1, 1)), unreachableRanges_(0), begin_(0) {}

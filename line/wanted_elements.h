@@ -24,6 +24,8 @@ struct WantedRange {
     int count;  // elements; below 1: nothing
     int unit;   // elements that make one value and are read together: 2 for a 32-bit value in two registers (an odd
                 // count is rounded up), else 1
+
+    qint64 elements() const { return unit == 2 ? (count + 1LL) / 2 * 2 : count; }
 };
 
 /// Whether every element of the variable has an address on the wire.

@@ -24,17 +24,17 @@ TEST(ReplyTimes, QuantilesAreAtMostASixteenthTooLong) {
         [] { return qint64(5000); },
     };
     for (const auto &next : distributions) {
-        for (const size_t size : {1, 2, 3, 99, 100, 101, 5000}) {
+        for (const int size : {1, 2, 3, 99, 100, 101, 5000}) {
             ReplyTimes times;
             std::vector<qint64> sorted;
-            while (sorted.size() < size) {
+            while (int(sorted.size()) < size) {
                 sorted.push_back(next());
                 times.add(sorted.back());
             }
             std::sort(sorted.begin(), sorted.end());
             EXPECT_EQ(times.longestUs(), sorted.back());
             for (int percent = 1; percent <= 100; ++percent) {
-                const qint64 exact = sorted[(size * size_t(percent) + 99) / 100 - 1];
+                const qint64 exact = sorted[size_t((size * percent + 99) / 100 - 1)];
                 ASSERT_GE(times.quantileUs(percent), exact) << percent << " of " << size;
                 ASSERT_LE(times.quantileUs(percent), exact + exact / 16) << percent << " of " << size;
             }

@@ -44,7 +44,7 @@ struct Scene {
             return;
         }
         const Lesson lesson = walls.refused(kGroup, request, wanted(), nowUs);
-        if (lesson.kind != Lesson::Nothing) {
+        if (lesson.learnt != NothingNew) {
             said += lesson.text(kGroup).toStdString() + "\n";
         }
     }
@@ -142,6 +142,7 @@ TEST(RequestWalls, ChangedVariables) {
     scene.pass();
     scene.change({{112, 4, 2}});
     EXPECT_EQ(textOf(scene.plan()), "114+2");  // a value that holds what was refused
+    EXPECT_TRUE(scene.walls.isRefused(kGroup, {112, 1, 2}));
     scene.change({{0, 10, 1}});
     scene.change({{110, 10, 1}});
     EXPECT_EQ(textOf(scene.plan()), "110+10");  // forgotten
@@ -173,6 +174,12 @@ TEST(RequestWalls, WhatIsStillRefusedKeepsItsWalls) {
     scene.pass();
     scene.pass();
     EXPECT_EQ(textOf(scene.plan()), "");
+    ReadGroup group = {0, 0};
+    QVector<ElementRange> retries(3);
+    for (ElementRange &range : retries) {
+        EXPECT_TRUE(scene.walls.takeDueRetry(kRetryUs, &group, &range));
+    }
+    EXPECT_EQ(textOf(retries), "100+2 102+1 103+2");
     EXPECT_TRUE(scene.walls.answered(kGroup, {100, 2}));
     EXPECT_TRUE(scene.walls.answered(kGroup, {103, 2}));
     EXPECT_EQ(textOf(scene.plan()), "100+2 103+2");
@@ -181,11 +188,12 @@ TEST(RequestWalls, WhatIsStillRefusedKeepsItsWalls) {
 TEST(RequestWalls, RequestsThatTeachNothing) {
     RequestWalls walls;
     const WantedElements wanted({{10, 4, 1}, {20, 4, 1}}, readLimits(7, 32));
-    for (const ElementRange &request : QVector<ElementRange>{{14, 6}, {12, 0}, {12, -1}, {-5, 40}, {0, 2147483647}}) {
-        EXPECT_EQ(walls.refused(kGroup, request, wanted, 0).kind, Lesson::Nothing);
+    for (const ElementRange &request :
+         QVector<ElementRange>{{14, 6}, {12, 0}, {12, -1}, {-5, 40}, {0, 2147483647}, {2147483647, 5}}) {
+        EXPECT_EQ(walls.refused(kGroup, request, wanted, 0).learnt, NothingNew);
     }
-    EXPECT_EQ(walls.refused(kGroup, {10, 14}, wanted, 0).kind, Lesson::GapsCut);
-    EXPECT_EQ(walls.refused(kGroup, {10, 14}, wanted, 0).kind, Lesson::Nothing);
+    EXPECT_EQ(walls.refused(kGroup, {10, 14}, wanted, 0).learnt, GapsCut);
+    EXPECT_EQ(walls.refused(kGroup, {10, 14}, wanted, 0).learnt, NothingNew);
     EXPECT_FALSE(walls.answered(kGroup, {2147483647, 2147483647}));
     EXPECT_FALSE(walls.isRefused(kGroup, {2147483647, 2147483647, 2}));
 }
