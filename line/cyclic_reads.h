@@ -5,6 +5,7 @@
 
 #include "line/driver_port.h"
 #include "line/read_plan.h"
+#include "line/request_walls.h"
 
 namespace dravo {
 
