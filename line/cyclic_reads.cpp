@@ -57,7 +57,7 @@ QString CyclicReads::finished(const LineEvent &exchange, qint64 nowUs) {
         return QString();
     }
     const Lesson lesson = walls_.refused(group, range, wanted_.value(group), nowUs);
-    isNew_ = isNew_ || lesson.learnt != Lesson::NothingNew;
+    isNew_ = isNew_ || lesson.learnt != NothingNew;
     return lesson.text(group);
 }
 
