@@ -27,6 +27,7 @@ struct Line::Parts {
           loop(settings, port, statistics, nowUs),
           reads(settings, port),
           passes(settings.passPeriodUs),
+          mayRetry(true),
           lastOperation(0) {}
 
     Step next(qint64 nowUs);
@@ -42,6 +43,7 @@ struct Line::Parts {
     CyclicReads reads;
     ValueStates states;
     PassClock passes;
+    bool mayRetry;  // one of the refused reads, in this pass
     int lastOperation;
     QList<LineEvent> events;
 };
@@ -52,8 +54,9 @@ Step Line::Parts::next(qint64 nowUs) {
         if (reads.update()) {
             passes.begin(reads.requests(), nowUs);
         }
-        if (reads.nextRetryUs() <= nowUs) {
+        if (mayRetry && reads.nextRetryUs() <= nowUs) {
             reads.retryRefused(nowUs);
+            mayRetry = false;
         }
         const bool mayFetch = loop.operations() > 0 || passes.isDue(nowUs);
         Step step = loop.next(nowUs, mayFetch);
@@ -67,7 +70,7 @@ Step Line::Parts::next(qint64 nowUs) {
         }
         if (step.kind == Step::Send || news.isEmpty()) {
             if (step.kind == Step::Wait) {
-                step.untilUs = qMin(step.untilUs, reads.nextRetryUs());
+                step.untilUs = mayRetry ? qMin(step.untilUs, reads.nextRetryUs()) : step.untilUs;
                 step.untilUs = mayFetch ? step.untilUs : qMin(step.untilUs, passes.dueUs());
             }
             return step;
@@ -106,6 +109,7 @@ void Line::Parts::checkPass(qint64 nowUs) {
     done.kind = LineEvent::PassDone;
     done.passUs = passes.lastedUs(nowUs);
     tell(done);
+    mayRetry = true;
     passes.begin(reads.requests(), qMax(nowUs, passes.dueUs()));
 }
 

@@ -9,7 +9,7 @@ namespace {
 const std::vector<int> kStations = {1, 2, 3};
 constexpr int kMoving = 32;     // registers below count on by themselves
 constexpr int kRegisters = 64;  // from there on they are written
-constexpr int kBitWord = 40;  // its bits are written one by one, and the whole now and then
+constexpr int kBitWord = 40;    // its bits are written one by one, and the whole now and then
 constexpr int kSelfLikeCoils = 0x0310;
 constexpr int kMostPending = 20;
 

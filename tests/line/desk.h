@@ -1,0 +1,61 @@
+// A host at its desk: the line engine on a wire in virtual time, run for as long as a test asks.
+#ifndef DRAVO_TESTS_LINE_DESK_H
+#define DRAVO_TESTS_LINE_DESK_H
+
+#include "korvel_dravo_line.h"
+#include "line/wire.h"
+
+/// A usable variable; label is its address text.
+inline dravo::Variable variable(int station, int elemType, const char *address, int count = 1) {
+    dravo::Variable made;
+    made.label = made.addressText = QString::fromLatin1(address);
+    made.station = station;
+    made.elemType = elemType;
+    made.count = count;
+    dravo::resolve(&made);
+    return made;
+}
+
+class Desk {
+public:
+    Desk(const dravo::LineSettings &settings, const WireFaults &faults, const WireTimes &times, unsigned seed = 1)
+        : wire(faults, times, {1, 2, 3}, seed), line(settings, 0) {
+        wire.alarm = [](const std::string &) {};
+        wire.written = [](int, quint16, quint16) {};
+    }
+
+    /// Runs until some time, or until an event for which stop is true.
+    void run(Us untilUs, const std::function<bool(const dravo::LineEvent &)> &stop = nullptr) {
+        bool stopped = false;
+        while (now < untilUs && !stopped) {
+            wire.advance(now);
+            line.received(wire.take(now), now);
+            const dravo::Step step = line.next(now);
+            for (dravo::LineEvent event; line.takeEvent(&event);) {
+                events.push_back(event);
+                stopped = stopped || (stop && stop(event));
+            }
+            if (step.kind == dravo::Step::Send) {
+                wire.send(step.bytes, now, ++sent);
+                line.sent(now);
+            } else {
+                now = std::min(untilUs, std::max(now + 1, std::min(step.untilUs, wire.nextArrivalUs())));
+            }
+        }
+    }
+    int count(dravo::LineEvent::Kind kind) const {
+        int found = 0;
+        for (const dravo::LineEvent &event : events) {
+            found += event.kind == kind ? 1 : 0;
+        }
+        return found;
+    }
+
+    Wire wire;
+    dravo::Line line;
+    Us now = 0;
+    int sent = 0;
+    std::vector<dravo::LineEvent> events;
+};
+
+#endif  // DRAVO_TESTS_LINE_DESK_H
