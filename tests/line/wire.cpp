@@ -105,7 +105,7 @@ void Wire::schedule(int station, const QByteArray &frame, Us endUs, int writer) 
         return;
     }
     if (chance(faults_.late)) {
-        replyUs = endUs + between(times_.timeoutUs, times_.lifetimeUs);
+        replyUs = endUs + between(times_.timeoutUs, times_.lifetimeUs - charactersUs(30));
     }
     Us us = replyUs - between(0, replyUs - endUs);
     if (!faults_.overtaking) {
