@@ -36,14 +36,14 @@ CallLoop::CallLoop(const LineSettings &settings, DriverPort &port, LineStatistic
       times_(settings),
       port_(port),
       statistics_(statistics),
-      finder_(nowUs),
+      finder_(boundedUs(nowUs)),
       outstanding_(settings.answersMayDouble),
       echo_(settings.echo),
       stations_(settings),
       requests_(0),
-      nowUs_(nowUs),
-      lineFreeUs_(nowUs),
-      pauseUntilUs_(nowUs),
+      nowUs_(boundedUs(nowUs)),
+      lineFreeUs_(nowUs_),
+      pauseUntilUs_(nowUs_),
       phase_(Idle),
       current_() {
     restart(nowUs);
@@ -80,8 +80,7 @@ QList<Elements> CallLoop::takeWritten() {
 }
 
 void CallLoop::advance(qint64 nowUs) {
-    const qint64 farthest = kNever / 4;  // times that follow are sums with it
-    nowUs_ = qMax(nowUs_, qMin(nowUs, farthest));
+    nowUs_ = qMax(nowUs_, boundedUs(nowUs));
 }
 
 void CallLoop::received(const QByteArray &bytes, qint64 nowUs) {
@@ -193,7 +192,7 @@ bool CallLoop::fetch() {
         written_.append(writtenElements(request->var));
     }
     phase_ = Ready;
-    current_.heldUs = qMax<qint64>(0, outstanding_.heldUntil(current_.request, nowUs_) - nowUs_);
+    current_.heldUs = outstanding_.heldUntil(current_.request, nowUs_) - nowUs_;
     return true;
 }
 
@@ -366,7 +365,7 @@ void CallLoop::tellOperations(const LineEvent &exchange) {
 }
 
 void CallLoop::missed(int station) {
-    const bool goesDown = stations_.missed(station, nowUs_, outstanding_.expectedUntil(station) + 1);
+    const bool goesDown = stations_.missed(station, nowUs_, outstanding_.expectedUntil(station, nowUs_) + 1);
     if (stations_.isDown(station) && !hasOperations(station)) {
         DriverPort::setStation(station, false);
     }

@@ -23,6 +23,8 @@ public:
     /// As Line::next, but comes back whenever a request is over, then with a wait until nowUs.
     /// @param mayFetch  a new request may be taken from the driver.
     Step next(qint64 nowUs, bool mayFetch);
+    /// The latest time that the host has given.
+    qint64 nowUs() const { return nowUs_; }
     /// The bytes of the last Step::Send have been handed to the port.
     void sent(qint64 nowUs);
     /// The port was closed and opened again: what was on the line is lost or may still come.

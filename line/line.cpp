@@ -30,7 +30,7 @@ struct Line::Parts {
           mayRetry(true),
           lastOperation(0) {}
 
-    Step next(qint64 nowUs);
+    Step next(qint64 hostUs);
     void digest(const LineEvent &event, qint64 nowUs);
     void checkPass(qint64 nowUs);
     void tell(const LineEvent &event);
@@ -49,7 +49,9 @@ struct Line::Parts {
 };
 
 // One thing at a time, so that what a reply taught is in the driver's list before the next request is taken from it.
-Step Line::Parts::next(qint64 nowUs) {
+Step Line::Parts::next(qint64 hostUs) {
+    loop.received(QByteArray(), hostUs);
+    const qint64 nowUs = loop.nowUs();
     for (;;) {
         if (reads.update()) {
             passes.begin(reads.requests(), nowUs);
@@ -155,7 +157,7 @@ int Line::watch(const QVector<Variable> &variables, qint64 nowUs) {
     parts_->reads.watch(variables);
     parts_->states.keepOnly(variables);
     parts_->reads.update();
-    parts_->passes.begin(parts_->reads.requests(), nowUs);
+    parts_->passes.begin(parts_->reads.requests(), qMax(parts_->loop.nowUs(), boundedUs(nowUs)));
     return parts_->reads.requests().size();
 }
 
@@ -197,7 +199,8 @@ ValueState Line::stateOf(const Variable &variable, qint64 nowUs) const {
     const qint64 planned =
         qMax(kLeastStaleUs, kStalePasses * qMax(parts_->reads.plannedUs(), parts_->settings.passPeriodUs));
     const qint64 staleAfterUs = parts_->settings.staleAfterUs > 0 ? parts_->settings.staleAfterUs : planned;
-    ValueState state = parts_->states.stateOf(variable, nowUs, staleAfterUs);
+    const qint64 us = qMax(parts_->loop.nowUs(), boundedUs(nowUs));
+    ValueState state = parts_->states.stateOf(variable, us, staleAfterUs);
     if (parts_->reads.isRefused(variable)) {
         state.condition = NotReadable;
     } else if (isDown(variable.station)) {

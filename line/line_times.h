@@ -6,6 +6,12 @@
 
 namespace dravo {
 
+/// A time that the host gives, bounded so that sums and differences of times fit.
+inline qint64 boundedUs(qint64 us) {
+    const qint64 farthest = Q_INT64_C(1) << 60;
+    return qBound(-farthest, us, farthest);
+}
+
 class LineTimes {
 public:
     explicit LineTimes(const LineSettings &settings)

@@ -34,7 +34,7 @@ void Outstanding::delayLast(qint64 expiresUs) {
 }
 
 qint64 Outstanding::heldUntil(const Request &request, qint64 nowUs) const {
-    qint64 until = 0;
+    qint64 until = nowUs;
     for (int i = 0; i < entries_.size(); ++i) {
         const Entry &entry = entries_.at(i);
         if (entry.expiresUs < nowUs) {
@@ -131,8 +131,8 @@ int Outstanding::nextLength(const QByteArray &bytes, int offset, int longerThan)
     return next == INT_MAX ? 0 : next;
 }
 
-qint64 Outstanding::expectedUntil(int station) const {
-    qint64 until = 0;
+qint64 Outstanding::expectedUntil(int station, qint64 nowUs) const {
+    qint64 until = nowUs;
     for (int i = 0; i < entries_.size(); ++i) {
         if (entries_.at(i).shape.station == station) {
             until = qMax(until, entries_.at(i).expiresUs);

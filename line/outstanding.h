@@ -33,7 +33,7 @@ public:
     /// Drops the entries that nothing arriving at nowUs or later can answer.
     void expire(qint64 nowUs);
 
-    /// Until when the first try of a request has to be held back; 0: not at all.
+    /// Until when the first try of a request has to be held back; nowUs: not at all.
     qint64 heldUntil(const Request &request, qint64 nowUs) const;
 
     /// What a reply frame is to the request that waits (null: none does).
@@ -51,8 +51,8 @@ public:
     /// @param longerThan  only those; the lengths are asked for in turn.
     int nextLength(const QByteArray &bytes, int offset, int longerThan) const;
 
-    /// The latest time until which an answer of the station is expected; 0: none is.
-    qint64 expectedUntil(int station) const;
+    /// The latest time until which an answer of the station is expected; nowUs: none is.
+    qint64 expectedUntil(int station, qint64 nowUs) const;
     int size() const { return entries_.size(); }
 
 private:
