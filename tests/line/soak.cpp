@@ -215,6 +215,7 @@ void Soak::turn() {
         wait(step.untilUs);
         return;
     }
+    const Us askedUs = nowUs_;
     if (wire_.chance(0.002)) {
         nowUs_ += wire_.between(0, times_.lifetimeUs);  // something held the process up
         wire_.advance(nowUs_);
@@ -223,7 +224,7 @@ void Soak::turn() {
     if (again && sendings_.back().frame != step.bytes) {
         fail("another frame goes out before the request before it is over");
     }
-    sendings_.push_back({step.bytes, nowUs_, requests_});
+    sendings_.push_back({step.bytes, askedUs, nowUs_ + wire_.charactersUs(step.bytes.size()), requests_});
     while (sendings_.front().us < nowUs_ - 20 * times_.lifetimeUs) {
         sendings_.pop_front();
     }
@@ -294,7 +295,7 @@ Us Soak::windowStart(const dravo::LineEvent &event) const {
         const int function = byteOf(sending->frame, 1);
         const bool own = sending->request == requests_;
         if (!own && (!event.cyclic || ((station == 0 || station == event.station) && function > 4) ||
-                     sending->us < start - times_.lifetimeUs - 300000)) {
+                     sending->endUs + times_.lifetimeUs < start)) {
             break;
         }
         start = sending->frame == event.request ? sending->us : start;

@@ -74,7 +74,8 @@ private:
     std::set<int> bitWrites_;  // those that write one bit of a register back
     struct Sending {
         QByteArray frame;
-        Us us;
+        Us us;  // when the engine asked for it
+        Us endUs;
         int request;
     };
     std::deque<Sending> sendings_;
