@@ -12,6 +12,8 @@ constexpr int kRegisters = 64;  // from there on they are written
 constexpr int kBitWord = 40;    // its bits are written one by one, and the whole now and then
 constexpr int kSelfLikeCoils = 0x0310;
 constexpr int kMostPending = 20;
+constexpr int kStormEvery = 3;
+constexpr double kStormLoss = 0.3;
 
 int byteOf(const QByteArray &bytes, int index) {
     return uchar(bytes.at(index));
@@ -37,6 +39,11 @@ WireTimes drawnTimes(std::mt19937 &random) {
 
 WireFaults Soak::drawnFaults(std::mt19937 &random) {
     WireFaults faults;
+    if (random() % kStormEvery == 0) {  // answers come late or never, and nothing else is wrong
+        faults.late = 0.5;
+        faults.lost = kStormLoss;
+        return faults;
+    }
     faults.late = std::uniform_real_distribution<double>(0, 0.6)(random);
     faults.lost = random() % 2 == 0 ? drawn(random, 0.4) : 0.1;
     faults.cut = drawn(random, 0.1);
@@ -51,7 +58,7 @@ WireFaults Soak::drawnFaults(std::mt19937 &random) {
     return faults;
 }
 
-dravo::LineSettings Soak::drawnSettings(std::mt19937 &random, const WireTimes &times, bool echo) {
+dravo::LineSettings Soak::drawnSettings(std::mt19937 &random, const WireTimes &times, bool echo, bool isStorm) {
     dravo::LineSettings settings;
     settings.baud = times.baud;
     settings.timeoutUs = times.timeoutUs;
@@ -64,6 +71,11 @@ dravo::LineSettings Soak::drawnSettings(std::mt19937 &random, const WireTimes &t
     settings.merge = random() % 2 == 0 ? dravo::MergeByTime : dravo::MergeByDriver;
     settings.passPeriodUs = random() % 4 == 0 ? 1000000 : 0;
     settings.refusedRetryUs = 5000000;
+    if (isStorm) {  // many requests whose answers look alike
+        settings.frameLimit = 2;
+        settings.retries = 3;
+        settings.downAfter = 0;
+    }
     return settings;
 }
 
@@ -73,7 +85,7 @@ Soak::Soak(unsigned seed)
       times_(drawnTimes(random_)),
       faults_(drawnFaults(random_)),
       wire_(faults_, times_, kStations, unsigned(random_())),
-      settings_(drawnSettings(random_, times_, faults_.echo)),
+      settings_(drawnSettings(random_, times_, faults_.echo, faults_.lost == kStormLoss)),
       line_(settings_, 0),
       byteByByte_(random_() % 3 == 0),
       asksOften_(random_() % 2 == 0) {
