@@ -206,7 +206,7 @@ void Soak::askOnceRead(int station) {
 }
 
 std::string Soak::run(int exchanges) {
-    while (exchanges_ < exchanges && failure_.empty()) {
+    while (exchanges_ < exchanges && failure_.empty() && !hadAccident_) {
         turn();
     }
     return failure_;
@@ -267,6 +267,10 @@ void Soak::look() {
 
 void Soak::lookAt(const dravo::LineEvent &event) {
     ++eventCounts_[event.kind];
+    hadAccident_ = hadAccident_ || (!event.reply.isEmpty() && !wire_.isGenuine(event.reply));
+    if (hadAccident_) {
+        return;
+    }
     switch (event.kind) {
         case dravo::LineEvent::Exchange:
             if (event.failure == dravo::LineEvent::Refused &&

@@ -21,6 +21,8 @@ public:
     std::string run(int exchanges);
 
     int exchanges() const { return exchanges_; }
+    /// Whether altered bytes got a right CRC, which ended the run: nothing can be said of what followed.
+    bool hadAccident() const { return hadAccident_; }
     const dravo::LineCounts &counts() const { return line_.statistics().line().counts; }
     /// How often each kind of event came.
     const std::map<int, long> &events() const { return eventCounts_; }
@@ -84,6 +86,7 @@ private:
     std::set<int> down_;
     std::map<int, long> eventCounts_;
     long operationsDone_ = 0;
+    bool hadAccident_ = false;
     std::string failure_;
 };
 

@@ -8,11 +8,12 @@ namespace {
 
 /// That nothing went wrong says little where nothing happened.
 struct Happened {
-    long answered = 0, retries = 0, refused = 0, late = 0, foreign = 0, echoes = 0, done = 0;
+    long accidents = 0, answered = 0, retries = 0, refused = 0, late = 0, foreign = 0, echoes = 0, done = 0;
     std::map<int, long> events;
 
     void add(const Soak &soak) {
         const dravo::LineCounts &counts = soak.counts();
+        accidents += soak.hadAccident() ? 1 : 0;
         answered += long(counts.answered);
         retries += long(counts.retries);
         refused += long(counts.failures[dravo::LineCounts::Refused]);
@@ -25,6 +26,7 @@ struct Happened {
         }
     }
     void print() {
+        std::printf("runs ended by altered bytes with a right CRC: %ld\n", accidents);
         std::printf(
             "answered %ld, retries %ld, refused %ld, late answers dropped %ld, foreign frames %ld, echoes %ld\n",
             answered, retries, refused, late, foreign, echoes);

@@ -128,6 +128,10 @@ void Wire::advance(Us us) {
 
 void Wire::carryOut(const Request &request) {
     const QByteArray reply = replyTo(request);
+    replies_.push_back(reply);
+    if (replies_.size() > 256) {
+        replies_.pop_front();
+    }
     if (chance(faults_.foreign)) {
         const char *const frames[] = {"4d030400010002", "010402aaaa", "02020101", "010305aabbccddee", "4d060001ffff"};
         const QByteArray frame = withCrc(frames[between(0, 4)]);
@@ -257,6 +261,10 @@ bool Wire::wasRefused(const QByteArray &request, int exceptionCode, Us since) co
     return std::any_of(refusals_.begin(), refusals_.end(), [&](const Refusal &refusal) {
         return refusal.frame == request && refusal.code == exceptionCode && refusal.us >= since;
     });
+}
+
+bool Wire::isGenuine(const QByteArray &reply) const {
+    return std::find(replies_.begin(), replies_.end(), reply) != replies_.end();
 }
 
 void Wire::note(const std::string &what, const QByteArray &bytes, Us us) {
