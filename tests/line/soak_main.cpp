@@ -1,6 +1,8 @@
-// line-soak [EXCHANGES [SEED [RUN]]]: runs of RUN exchanges each (500), from SEED on, until EXCHANGES have been made.
+// line-soak [EXCHANGES [SEED [RUN]]]: runs of RUN exchanges each (500), from SEED on (a fresh one), until EXCHANGES
+// (200000) have been made.
 #include <cstdio>
 #include <cstdlib>
+#include <random>
 
 #include "line/soak.h"
 
@@ -41,7 +43,8 @@ struct Happened {
 
 int main(int argc, char **argv) {
     const long exchanges = argc > 1 ? std::atol(argv[1]) : 200000;
-    unsigned seed = argc > 2 ? unsigned(std::strtoul(argv[2], nullptr, 10)) : 1;
+    unsigned seed = argc > 2 ? unsigned(std::strtoul(argv[2], nullptr, 10)) : std::random_device()();
+    std::printf("from seed %u\n", seed);
     const int run = argc > 3 ? std::atoi(argv[3]) : 500;
     long made = 0;
     Happened happened;

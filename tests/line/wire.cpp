@@ -148,7 +148,8 @@ void Wire::carryOut(const Request &request) {
 QByteArray Wire::replyTo(const Request &request) {
     const QByteArray &frame = request.frame;
     const int function = byteOf(frame, 1);
-    const bool exists = isOfCoils(function) || wordOf(frame, 2) + countOf(frame) <= faults_.refusedFrom;
+    const bool exists = isOfCoils(function) || wordOf(frame, 2) + countOf(frame) <= faults_.refusedFrom ||
+                        wordOf(frame, 2) >= faults_.refusedTo;
     const int refusal = !exists ? 2 : chance(faults_.exception) ? int(between(4, 6)) : 0;
     if (refusal != 0) {
         refusals_.push_back({frame, refusal, request.us});

@@ -28,6 +28,7 @@ struct WireFaults {
     bool echo = false;
     int deadStation = 0;        // from time to time
     int refusedFrom = 1 << 20;  // registers from this address on do not exist
+    int refusedTo = 1 << 20;    // up to this one
 };
 
 struct WireTimes {
@@ -59,6 +60,8 @@ private:
 class Wire {
 public:
     Wire(const WireFaults &faults, const WireTimes &times, const std::vector<int> &stations, unsigned seed);
+
+    void setFaults(const WireFaults &faults) { faults_ = faults; }
 
     /// The host's bytes go out at us. writer: grows with each new request, not with its retries.
     void send(const QByteArray &frame, Us us, int writer);
@@ -107,7 +110,7 @@ private:
     void flip(QByteArray &bytes);
     bool isDead(int station, Us us) const;
 
-    const WireFaults faults_;
+    WireFaults faults_;
     const WireTimes times_;
     std::vector<int> stations_;
     std::mt19937 random_;
