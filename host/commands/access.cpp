@@ -78,7 +78,7 @@ QStringList resolveVariable(Options *settings) {
 }
 
 int Access::open() {
-    if (const Failure failure = line_.open(options_, {options_.variable.station})) {
+    if (Failure failure = line_.open(options_, {options_.variable.station})) {
         return fail(kExitPort, failure);
     }
     session_.emplace(options_.driver, line_.link);
@@ -87,7 +87,7 @@ int Access::open() {
 
 int Access::write(const QByteArray &values) {
     const Variable &variable = options_.variable;
-    if (const Failure failure = complete(session_->write(variable, values))) {
+    if (Failure failure = complete(session_->write(variable, values))) {
         return fail(kExitFailed, Failure(QStringLiteral("write %1: %2").arg(nameOf(variable), failure.text())));
     }
     return report(QStringLiteral("written   "), values);
@@ -95,7 +95,7 @@ int Access::write(const QByteArray &values) {
 
 int Access::read(const QString &prefix) {
     const Variable &variable = options_.variable;
-    if (const Failure failure = complete(session_->readOnce(variable))) {
+    if (Failure failure = complete(session_->readOnce(variable))) {
         return fail(kExitFailed, Failure(QStringLiteral("read %1: %2").arg(nameOf(variable), failure.text())));
     }
     return report(prefix, lastKnownValues(variable));

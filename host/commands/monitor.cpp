@@ -28,7 +28,7 @@ void Monitor::serve() {
 
 Failure Monitor::run() {
     if (screen_ == nullptr) {
-        if (const Failure failure = output_.write(recordHeader(settings_.format.value_or(RecordFormat::Table)))) {
+        if (Failure failure = output_.write(recordHeader(settings_.format.value_or(RecordFormat::Table)))) {
             return failure;
         }
     }
@@ -44,7 +44,7 @@ Failure Monitor::run() {
             judge(exchange);
         }
         if (doneInPass_ == requestsPerPass_) {
-            if (const Failure failure = recordPass()) {
+            if (Failure failure = recordPass()) {
                 return failure;
             }
             awaitNextPass();

@@ -73,7 +73,7 @@ int run(const Options &given) {
         return refuse(tags.faults);
     }
     OpenLine line;
-    if (const Failure failure = line.open(given, stationsOf(tags.variables))) {
+    if (Failure failure = line.open(given, stationsOf(tags.variables))) {
         return fail(kExitPort, failure);
     }
     std::optional<Screen> screen;

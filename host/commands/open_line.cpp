@@ -23,7 +23,7 @@ Failure OpenLine::open(const Options &options, const std::set<int> &stations) {
     if (settings.device.isEmpty()) {
         SimulatedLineOptions simulated = simulationFor(options);
         simulated.stations.assign(stations.begin(), stations.end());
-        if (const Failure failure = startSimulation(simulated, &simulation)) {
+        if (Failure failure = startSimulation(simulated, &simulation)) {
             return failure;
         }
         settings.device = QString::fromStdString(simulation->device());

@@ -101,7 +101,7 @@ void addOptions(OptionSet *options, Options *settings) {
 
 int run(const Options &settings) {
     std::unique_ptr<SimulatedLine> line;
-    if (const Failure failure = startSimulation(simulationFor(settings), &line)) {
+    if (Failure failure = startSimulation(simulationFor(settings), &line)) {
         return fail(kExitPort, failure);
     }
     DeviceLink first;

@@ -58,7 +58,8 @@ const QVector<Column> &columns() {
 QString columnText(const QJsonValue &value) {
     if (value.isArray()) {
         QStringList texts;
-        for (const QJsonValue &item : value.toArray()) {
+        const QJsonArray items = value.toArray();
+        for (const QJsonValue &item : items) {
             texts.append(item.isNull() ? QStringLiteral("-") : columnText(item));
         }
         return texts.join(QLatin1Char(' '));

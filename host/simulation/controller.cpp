@@ -31,7 +31,7 @@ int millisecondsUntil(Clock::time_point moment) {
 
 Failure Controller::start(int station, bool moving, std::unique_ptr<Controller> *controller) {
     std::optional<PseudoTerminal> terminal;
-    if (const Failure failure = PseudoTerminal::open(&terminal)) {
+    if (Failure failure = PseudoTerminal::open(&terminal)) {
         return failure;
     }
     const std::string name = "controller " + std::to_string(station);
@@ -46,7 +46,7 @@ Failure Controller::start(int station, bool moving, std::unique_ptr<Controller> 
     if (!started->memory_.mapping) {
         return Failure::ofSystem(name, ENOMEM);
     }
-    if (const Failure failure = started->stop_.open()) {
+    if (Failure failure = started->stop_.open()) {
         return failure;
     }
     try {

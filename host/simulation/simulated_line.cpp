@@ -97,12 +97,12 @@ struct SimulatedLine::Parts {
 };
 
 Failure SimulatedLine::start(const SimulatedLineOptions &options, std::unique_ptr<SimulatedLine> *line) {
-    if (const Failure failure = checkOptions(options)) {
+    if (Failure failure = checkOptions(options)) {
         return failure;
     }
     Controllers controllers;
     for (const int station : options.stations) {
-        if (const Failure failure = Controller::start(station, options.moving, &controllers[station])) {
+        if (Failure failure = Controller::start(station, options.moving, &controllers[station])) {
             return failure;
         }
     }
@@ -110,14 +110,14 @@ Failure SimulatedLine::start(const SimulatedLineOptions &options, std::unique_pt
     std::optional<PseudoTerminal> first;
     std::optional<PseudoTerminal> second;
     for (std::optional<PseudoTerminal> *terminal : {&first, &second}) {
-        if (const Failure failure = PseudoTerminal::open(terminal)) {
+        if (Failure failure = PseudoTerminal::open(terminal)) {
             return failure;
         }
     }
     auto parts = std::make_unique<Parts>(
         options, std::move(controllers),
         std::array<MasterPort, 2>{MasterPort(std::move(*first), rules), MasterPort(std::move(*second), rules)});
-    if (const Failure failure = parts->stop.open()) {
+    if (Failure failure = parts->stop.open()) {
         return failure;
     }
     try {
