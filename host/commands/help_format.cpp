@@ -44,27 +44,26 @@ std::string section(const std::string &title, const std::vector<Entry> &entries)
     return text;
 }
 
-/// "write TYPE ADDRESS VALUE...".
-std::string form(const CLI::App &command) {
-    std::string text = command.get_name();
-    for (const CLI::Option *option : command.get_options()) {
-        if (option->get_positional()) {
-            text += " " + option->get_name(true) + (option->get_expected_max() > 1 ? "..." : "");
-        }
-    }
-    return text;
-}
-
 std::string firstLine(const std::string &text) {
     return text.substr(0, text.find('\n'));
 }
 
 }  // namespace
 
+std::string argumentNames(const CLI::App &command) {
+    std::string names;
+    for (const CLI::Option *option : command.get_options()) {
+        if (option->get_positional()) {
+            names += " " + option->get_name(true) + (option->get_expected_max() > 1 ? "..." : "");
+        }
+    }
+    return names;
+}
+
 std::string HelpFormat::make_help(const CLI::App *app, std::string /*name*/, CLI::AppFormatMode /*mode*/) const {
     std::vector<Entry> commands;
     for (const CLI::App *command : app->get_subcommands({})) {
-        commands.push_back({form(*command), firstLine(command->get_description())});
+        commands.push_back({command->get_name() + argumentNames(*command), firstLine(command->get_description())});
     }
     std::vector<Entry> arguments;
     std::vector<Entry> options;
@@ -76,7 +75,9 @@ std::string HelpFormat::make_help(const CLI::App *app, std::string /*name*/, CLI
                 {option->get_name(false, true) + " " + option->get_type_name(), option->get_description()});
         }
     }
-    const std::string program = commands.empty() ? app->get_parent()->get_name() + " " + form(*app) : app->get_name();
+    const std::string program = commands.empty()
+                                    ? app->get_parent()->get_name() + " " + app->get_name() + argumentNames(*app)
+                                    : app->get_name();
     return "Usage: " + program + (commands.empty() ? "" : " COMMAND") + " [options]\n" +
            broken(app->get_description(), 0) + section("Commands", commands) + section("Arguments", arguments) +
            section("Options", options) + (commands.empty() ? "" : "\n" + broken(app->get_footer(), 0));

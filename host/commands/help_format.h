@@ -5,6 +5,9 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
+/// A command's arguments as its usage line shows them: " TYPE ADDRESS VALUE..."; empty when it has none.
+std::string argumentNames(const CLI::App &command);
+
 class HelpFormat : public CLI::FormatterBase {
 public:
     std::string make_help(const CLI::App *app, std::string name, CLI::AppFormatMode mode) const override;

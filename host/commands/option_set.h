@@ -14,6 +14,9 @@ class App;
 class Option;
 }  // namespace CLI
 
+/// The option that names an option file.
+constexpr char kOptionFileOption[] = "config";
+
 struct Bounds {
     int lowest;
     int highest;
@@ -62,7 +65,6 @@ public:
     /// Two options that do not go together; fault says so.
     void exclude(const char *one, const char *other, const QString &fault);
 
-    /// The option that names an option file.
     void addOptionFile();
 
     /// Takes the parsed command line and, where it says nothing, the option file that it names. @return every fault.
@@ -76,9 +78,12 @@ private:
         std::function<QStringList(const QStringList &texts)> take;
         QString origin;  // "FILE, line 3: " for what comes from an option file
     };
+    void define(CLI::Option *option, const QString &name, bool repeats,
+                const std::function<QStringList(const QStringList &)> &take);
     void addOneOf(const char *name, const QStringList &choices, const QString &standard, const QString &help,
                   const std::function<void(int)> &take);
-    QString argumentNames() const;
+    CLI::Option *find(const QString &name) const;  // null: no such option
+    bool given(const char *name) const;
     QStringList takeOptionFile(const QString &fileName);
     void setFromFile(CLI::Option *option, const QString &value, const QString &origin);
 
