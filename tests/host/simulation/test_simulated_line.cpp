@@ -132,6 +132,7 @@ TEST(SimulatedLineFaults, ChangeTheReplyAndTheWriteAsTheirNamesSay) {
         std::function<bool(const QByteArray &)> isAsNamed;
     } cases[] = {
         {"noreply=1", FaultKind::NoReply, 0, 1, 9, [](auto) { return true; }},
+        {"noreply=1,exception=1", FaultKind::NoReply, 0, 1, 9, [](auto) { return true; }},
         {"dead=1", FaultKind::DeadStation, 0, 0, 0, [](auto) { return true; }},
         {"late=1", FaultKind::LateReply, 8, 10, 10, [](auto r) { return r == kWrite; }},
         {"truncated=1", FaultKind::Truncated, 1, 10, 10, [](auto r) { return r.size() < 8 && kWrite.startsWith(r); }},
