@@ -4,6 +4,7 @@
 #include <QtCore/QTemporaryFile>
 
 #include "host/commands/command_tree.h"
+#include "host/commands/open_line.h"
 #include "support/table.h"
 
 namespace {
@@ -36,7 +37,7 @@ TEST(CommandLine, NamesEveryFault) {
         monitor --prot=x --tags= --seconds 5                      | there is no option '--prot=x'; --tags names no file
         read 7                                                    | read takes TYPE ADDRESS
         read 7 100 5                                              | unexpected argument '5'
-        read 22 100 --station 0                                   | TYPE '22'; --station '0'
+        read 22 108 --station 0                                   | TYPE '22'; --station '0'
         read 0 8                                                  | address: '8' is no address of type 0
         read 7 100 --count 0 --station 248                        | --count '0'; --station '248'
         read 7 100 --count 1025 --frame-limit 1                   | so many values
@@ -70,7 +71,10 @@ TEST(CommandLine, TakesWhatIsGiven) {
     EXPECT_EQ(monitor.format, RecordFormat::Csv);
     EXPECT_EQ(monitor.driver.remoteNode, 0);
     EXPECT_EQ(monitor.line.stopBits, QSerialPort::TwoStop);
-    EXPECT_EQ(monitor.simulation.deadStation, 2);
+    const SimulatedLineOptions simulation = simulationFor(monitor);
+    EXPECT_EQ(simulation.deadStation, 2);
+    EXPECT_EQ(simulation.remoteNode, 0);
+    EXPECT_EQ(simulation.lateBy.count(), 626) << "after the timeout, before the link gives it up at 750 ms";
 }
 
 TEST(CommandLine, HelpFitsAndNamesEveryCommand) {
