@@ -168,6 +168,10 @@ TEST_F(AllClasses, FailuresAndUsageErrorsHaveTheirOwnStatus) {
     EXPECT_EQ(exitCode, 1);
     run({"read", "7", "12x"});
     EXPECT_EQ(exitCode, 2);
+    QProcess unheard;
+    unheard.setStandardOutputFile("/dev/full");
+    unheard.start(DRAVO_HOST_PROGRAM, {"--version"});
+    EXPECT_TRUE(unheard.waitForFinished() && unheard.exitCode() == 1);
 }
 
 }  // namespace
