@@ -7,6 +7,7 @@
 
 #include "codec/integers.h"
 #include "driver/Communication_Protocol.h"
+#include "driver/reply_judging.h"
 
 namespace {
 

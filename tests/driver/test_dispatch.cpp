@@ -1,3 +1,4 @@
+#include "driver/reply_judging.h"
 #include "driver/dispatch.h"
 
 #include "support/driver_scene.h"
