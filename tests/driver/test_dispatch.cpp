@@ -1,5 +1,5 @@
 #include "driver/reply_judging.h"
-#include "driver/dispatch.h"
+#include "driver/finished_operation.h"
 
 #include "support/driver_scene.h"
 
