@@ -39,17 +39,4 @@ TEST(ValueCache, RunsWrapAtTheLastAddress) {
     EXPECT_EQ(values, bytes("aa 3412 7856 0000"));
 }
 
-TEST(ValueCache, BitsOfAWord) {
-    ValueCache cache;
-    storeRun(cache, 1, 7, 10, bytes("ffff"));
-    for (const int bit : {160, 167, 168, 175}) {
-        setWordBit(cache, 1, 7, bit, false);
-        EXPECT_FALSE(wordBit(cache, 1, 7, bit));
-    }
-    EXPECT_EQ(cacheText(cache), "0107000a=7e7e");
-    setWordBit(cache, 1, 7, 172, false);
-    setWordBit(cache, 1, 7, 175, true);
-    EXPECT_EQ(cacheText(cache), "0107000a=7eee");
-}
-
 }  // namespace

@@ -1,5 +1,4 @@
 #include "cache/Func_DealData.h"
-#include "driver/reply_judging.h"
 #include "support/driver_scene.h"
 
 namespace {
@@ -8,16 +7,15 @@ using Dispatch = DriverScene;
 
 // Only a checked reply is stored, and only of the own node; length is what DataCom was told, not what the reply has.
 const char kReplies[] = R"(
-    reply                       | request    | access | remote mode | bytes          | length | code | stored
-    good                        | 7@100+1    |      0 |           0 | 0103021234b533 |      7 |    1 | 01070064=3412
-    of another node             | 7@100+1^4  |      0 |           0 | 0103021234b533 |      7 |  100 |
-    rejected, of another node   | 7@100+1^4  |      0 |           0 | 0203021234b533 |      7 |  111 |
-    shorter than it says        | 7@100+1    |      0 |           0 | 01030212       |      7 |   11 |
-    longer than it says         | 7@100+1    |      0 |           0 | 0103021234b533 |      6 |   71 |
-    any remote mode but 0       | 7@100+1    |      0 |          -2 | 0103021234b533 |      7 |    1 | 01070064=3412
-    remote mode, not byte 0     | 22/7@100+1 |      0 |           2 | 1603021234c130 |      7 |    1 | 16070064=3412
-    access flag of a write      | 7@100+1    |      1 |           0 | 0103021234b533 |      7 |    1 |
-    broadcast, answered         | 0/7@100+1  |      0 |           0 | 000302123488f3 |      7 |    1 |)";
+    reply                     | request    | access | remote mode | bytes          | length | code | stored
+    good                      | 7@100+1    |      0 |           0 | 0103021234b533 |      7 |    1 | 01070064=3412
+    of another node           | 7@100+1^4  |      0 |           0 | 0103021234b533 |      7 |  100 |
+    rejected, of another node | 7@100+1^4  |      0 |           0 | 0203021234b533 |      7 |  111 |
+    shorter than it says      | 7@100+1    |      0 |           0 | 01030212       |      7 |   11 |
+    longer than it says       | 7@100+1    |      0 |           0 | 0103021234b533 |      6 |   71 |
+    any remote mode but 0     | 22/7@100+1 |      0 |          -2 | 1603021234c130 |      7 |    1 | 16070064=3412
+    access flag of a write    | 7@100+1    |      1 |           0 | 0103021234b533 |      7 |    1 |
+    broadcast, answered       | 0/7@100+1  |      0 |           0 | 000302123488f3 |      7 |    1 |)";
 
 TEST_F(Dispatch, RepliesToARead) {
     for (const TableRow &row : table(kReplies)) {
@@ -49,68 +47,35 @@ TEST_F(Dispatch, RetriesThenFailure) {
     for (const int count : {settings.retryCount, PLC_driver.readCycleCount, settings.cycleDone}) {
         EXPECT_EQ(count, 0);
     }
-    play(R"(
-        exchange      | queued         | sent           | reply        | code | callbacks | result  | left
-        nothing came  |                | 0103 0064 0001 |              | 0    |           | 7@100+1 | 7@100+1
-        good          |                | 0103 0064 0001 | 0103 02 1234 | 1    |           | 7@100+1 | 7@100+1)");
+    exchange();
     EXPECT_EQ(PLC_driver.comFailed, 0);
-    settings.retryTimes = -1;
-    send();
-    EXPECT_EQ(noReply(), 41);
-}
-
-TEST_F(Dispatch, OtherNodesAreToldApartWhenTheReplyArrives) {
-    queueOnceRead("7@100+1:1/2 7@100+1:1/3");
-    for (const int localNode : {9, 0}) {
-        send();
-        settings.localNode = localNode;
-        EXPECT_EQ(answer("0103 02 1234"), localNode == 9 ? 100 : 1);
-        expectCallbacks(localNode == 9 ? "" : "done 1/3");
-        EXPECT_EQ(cacheText(), localNode == 9 ? "" : "01070064=3412");
-    }
 }
 
 TEST_F(Dispatch, PassIsDoneWithOneOperationMoreThanEntries) {
     addCyclic("7@1+1 7@2+1");
     queueWrite("7@3+1=0100");  // counts as well
     queueOnceRead("7@4+1^2");  // does not
-    const struct { int cycleDone, readCycleCount; } operations[] = {{0, 1}, {0, 1}, {0, 2}, {1, 0}, {1, 0}};
-    for (const auto &after : operations) {
+    const int operations[][2] = {{0, 1}, {0, 1}, {0, 2}, {1, 0}, {1, 0}};
+    for (const auto &[cycleDone, readCycleCount] : operations) {
         exchange();
-        EXPECT_EQ(settings.cycleDone, after.cycleDone);
-        EXPECT_EQ(PLC_driver.readCycleCount, after.readCycleCount);
+        EXPECT_EQ(settings.cycleDone, cycleDone);
+        EXPECT_EQ(PLC_driver.readCycleCount, readCycleCount);
     }
 }
 
-TEST_F(Dispatch, BothHalvesOfABitWriteAreOneOperationAndRetriedAlone) {
-    settings.retryTimes = 5;
+TEST_F(Dispatch, BothHalvesOfABitWriteAreOneOperation) {
     // Until the bit is written, the result record shows what was before.
     play(R"(
-        exchange             | queued               | sent           | reply          | code | callbacks | result     | left
-        what was before      | read 9@1+1           | 0103 2329 0001 | 0103 02 1234   | 1    | done 0/0  | 9@1+1      |
-        the read is lost     | write 16@37+1=01:3/4 | 0103 1f42 0001 |                | 0    |           | 9@1+1      | 16@37+1=01:3/4
-        another write behind | write 16@37+1=00     | 0103 1f42 0001 | 0103 02 8001   | 1    |           | 9@1+1      | 16@37+1=01:3/4 16@37+1=00
-        the write is refused |                      | 0106 1f42 8021 | 0206 1f42 8021 | 0    |           | 9@1+1      | 16@37+1=01:3/4 16@37+1=00
-        and goes out again   |                      | 0106 1f42 8021 | 0106 1f42 8021 | 1    | done 3/4  | 16@37+1:3/4 | 16@37+1=00)");
-    EXPECT_EQ(cacheText(), "01080002=2000 01090001=3412");
-}
-
-TEST_F(Dispatch, FailureOfEitherHalfDropsBoth) {
-    play(R"(
-        exchange          | queued               | sent           | reply        | code | callbacks          | result      | left
-        read half fails   | write 15@32+1=01:3/4 | 0103 0002 0001 |              | 44   | failed 3/4, list 3 | 15@32+1:3/4 |
-        read half is good | write 15@32+1=01:3/4 | 0103 0002 0001 | 0103 02 0000 | 1    |                    | 15@32+1:3/4 | 15@32+1=01:3/4
-        write half fails  |                      | 0106 0002 0001 |              | 44   | failed 3/4, list 3 | 15@32+1:3/4 |)");
-    EXPECT_EQ(send(), QByteArray());
-}
-
-TEST_F(Dispatch, BitWriteOfAnotherNode) {
-    queueWrite("15@32+1=01:3/4^4");
-    send();
-    EXPECT_EQ(answer("0103 02 0100"), 1);
-    EXPECT_EQ(send(), withCrc("0106 0002 0101"));
-    EXPECT_EQ(answer("0106 0002 0101"), 100);
-    expectCallbacks("done 3/4");
+        exchange             | queued                | sent           | reply          | code | callbacks          | result        | left
+        what was before      | read 9@1+1            | 0103 2329 0001 | 0103 02 1234   | 1    | done 0/0           | 9@1+1         |
+        another write behind | write 16@37+1=01:3/4 16@37+1=00 | 0103 1f42 0001 | 0103 02 8001 | 1 |             | 9@1+1         | 16@37+1=01:3/4 16@37+1=00
+        the bit is written   |                       | 0106 1f42 8021 | 0106 1f42 8021 | 1    | done 3/4           | 16@37+1:3/4   | 16@37+1=00
+        read half fails      |                       | 0103 1f42 0001 |                | 41   | failed 0/0, list 0 | 16@37+1       |
+        nothing of it left   | write 15@32+1=01:3/4  | 0103 0002 0001 | 0103 02 0000   | 1    |                    | 16@37+1       | 15@32+1=01:3/4
+        write half fails     |                       | 0106 0002 0001 |                | 44   | failed 3/4, list 3 | 15@32+1:3/4   |
+        of another node      | write 15@32+1=01:3/4^4 | 0103 0002 0001 | 0103 02 0100  | 1    |                    | 15@32+1:3/4   | 15@32+1=01:3/4^4
+        its write            |                       | 0106 0002 0101 | 0106 0002 0101 | 100  | done 3/4           | 15@32+1:3/4^4 |)");
+    EXPECT_EQ(cacheText(), "01080002=0000 01090001=3412");
 }
 
 TEST_F(Dispatch, NoBitWriteToComplete) {
@@ -128,12 +93,10 @@ TEST_F(Dispatch, NoBitWriteToComplete) {
 
 TEST_F(Dispatch, KeyOfAnElementInTheDriversCache) {
     ControlInformationM element = {1, 7, 100, -1};
-    {
-        const QMutexLocker lock(&PLC_driver.cacheMutex);
-        EXPECT_EQ(ExtendFindSameVar(element), 0x01070064U);
-    }
+    const QMutexLocker lock(&PLC_driver.cacheMutex);
+    EXPECT_EQ(ExtendFindSameVar(element), 0x01070064U);
     EXPECT_EQ(element.address, 100);
-    EXPECT_EQ(cacheText(), "01070064=0000");
+    EXPECT_EQ(cacheText(PLC_driver.valueCache), "01070064=0000");
 }
 
 }  // namespace

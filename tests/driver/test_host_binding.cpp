@@ -25,16 +25,14 @@ TEST_F(HostBinding, SetComInfoZeroesTwoWordsOnly) {
 }
 
 TEST_F(HostBinding, NothingOutstanding) {
-    PLC_driver.retVar.ownerId = 5;
-    PLC_driver.retVar.retValue = 41;
+    PLC_driver.retVar = record("7@1+1:5/6");
     PLC_driver.comFailed = 1;
     settings.retryCount = settings.frameDone = 1;
     EXPECT_EQ(answer("0103 02 1234"), 1);
-    EXPECT_EQ(PLC_driver.retVar.ownerId, 5);
-    EXPECT_EQ(PLC_driver.comFailed, 1);
-    EXPECT_EQ(settings.retryCount, 1);
-    EXPECT_EQ(settings.frameDone, 1);
-    EXPECT_EQ(cacheText(), "");
+    EXPECT_EQ(listText({PLC_driver.retVar}), "7@1+1:5/6");
+    for (const int kept : {int(PLC_driver.comFailed), settings.retryCount, settings.frameDone}) {
+        EXPECT_EQ(kept, 1);
+    }
 }
 
 TEST_F(HostBinding, UnboundDriverRefusesAndKeepsEverything) {

@@ -1,4 +1,4 @@
-#include <climits>
+#include <QtCore/QStringList>
 
 #include "support/driver_scene.h"
 
@@ -60,56 +60,49 @@ TEST_F(Scheduler, OutstandingRequestIsReplayed) {
 }
 
 TEST_F(Scheduler, StationTable) {
-    const struct {
-        int station, enable;
-        QList<int> disabled;  // afterwards
-    } steps[] = {{5, 0, {5}}, {0, 0, {0, 5}}, {INT_MAX, 0, {0, 5, INT_MAX}},
-                 {-1, 0, {}}, {5, 0, {5}},    {5, 0, {5}},
-                 {5, 2, {5}}, {5, -1, {5}},   {6, 1, {5}},
-                 {5, 1, {}},  {6, 0, {6}},    {INT_MIN, 7, {}}};
+    const char kCases[] = R"(
+        edit                  | station     | enable | disabled
+        disable               | 5           |      0 | 5
+        station 0             | 0           |      0 | 0 5
+        again                 | 5           |      0 | 0 5
+        no such edit          | 5           |      2 | 0 5
+        no such edit below    | 5           |     -1 | 0 5
+        enable an enabled one | 6           |      1 | 0 5
+        enable                | 5           |      1 | 0
+        any below 0: all      | -2147483648 |      7 |)";
     for (const auto edit : {&EnableEthernet, &EnCommStation}) {
-        for (const auto &step : steps) {
-            edit(step.station, step.enable);
-            EXPECT_EQ(PLC_driver.stationMap.keys(), step.disabled) << step.station << " " << step.enable;
-        }
+        expectColumn(kCases, "disabled", [edit](const TableRow &row) {
+            edit(row.number("station"), row.number("enable"));
+            QStringList disabled;
+            for (const int station : PLC_driver.stationMap.keys()) {
+                disabled += QString::number(station);
+            }
+            return disabled.join(QLatin1Char(' ')).toStdString();
+        });
     }
 }
 
-TEST_F(Scheduler, DisabledStationsLoseTheirWritesAndOnceReads) {
-    queueWrite("2/7@1+1 2/7@1+1 7@2+1:1/2 2/7@3+1");
-    queueOnceRead("2/8@1+1 2/8@1+1 8@2+1:3/4 2/8@3+1");
+TEST_F(Scheduler, DisabledStationsLoseTheirQueuesAndKeepTheirCyclicReads) {
     EnableEthernet(2, 0);
+    addCyclic("2/9@1+1 2/9@2+1");
+    queueOnceRead("2/8@1+1 2/8@1+1 8@2+1:3/4 2/8@3+1");
+    play(R"(
+        exchange       | queued                              | sent           | reply          | code | callbacks | result    | left
+        first enabled  | write 2/7@1+1 2/7@1+1 7@2+1:1/2 2/7@3+1 | 0106 0002 0000 | 0106 0002 0000 | 1 | done 1/2 | 7@2+1:1/2 | 2/7@3+1 2/8@1+1 2/8@1+1 8@2+1:3/4 2/8@3+1 2/9@1+1 2/9@2+1
+        the reads'     |                                     | 0103 1f42 0001 | 0103 02 0000   | 1    | done 3/4  | 8@2+1:3/4 | 2/8@3+1 2/9@1+1 2/9@2+1
+        none enabled   |                                     |                |                | 1    |           | 8@2+1:3/4 | 2/9@1+1 2/9@2+1
+        behind them    | cyclic 9@3+1                        | 0103 232b 0001 | 0103 02 0000   | 1    |           | 9@3+1     | 2/9@1+1 2/9@2+1 9@3+1)");
     send();
     EnableEthernet(1, 0);
-    play(R"(
-        exchange             | queued | sent           | reply          | code | callbacks | result    | left
-        answered all the same |       | 0106 0002 0000 | 0106 0002 0000 | 1    | done 1/2  | 7@2+1:1/2 | 2/7@3+1 2/8@1+1 2/8@1+1 8@2+1:3/4 2/8@3+1)");
-    EnableEthernet(1, 1);
-    play(R"(
-        exchange      | queued | sent           | reply        | code | callbacks | result    | left
-        first enabled |        | 0103 1f42 0001 | 0103 02 0000 | 1    | done 3/4  | 8@2+1:3/4 | 2/8@3+1
-        none enabled  |        |                |              | 1    |           | 8@2+1:3/4 |)");
-}
-
-TEST_F(Scheduler, DisabledStationsKeepTheirCyclicReads) {
-    for (const int station : {2, 3, 1}) {
-        EnableEthernet(station, 0);
-    }
-    addCyclic("2/7@5+1 3/7@5+1 7@5+1");
-    EXPECT_EQ(send(), QByteArray());
-    EXPECT_EQ(listText(PLC_driver.readVarList), "2/7@5+1 3/7@5+1 7@5+1");
-    EnableEthernet(1, 1);
-    EXPECT_EQ(send(), withCrc("0103 0005 0001"));
-    EXPECT_EQ(listText(PLC_driver.readVarList), "7@5+1 2/7@5+1 3/7@5+1");
+    EXPECT_EQ(answer("0103 02 0000"), 1) << "a request that is out is answered all the same";
 }
 
 TEST_F(Scheduler, RemoteModeSendsRemoteFrames) {
     settings.remoteMode = 1;
-    queueWrite("7@1+1=0100");
-    for (const int size : {24, 22, 22}) {
-        EXPECT_EQ(send().size(), size);
+    for (const char *call : {"write 7@1+1=0100", "read 7@1+1", "cyclic 7@1+1"}) {
+        queue(call);
+        EXPECT_EQ(send().size(), *call == 'w' ? 24 : 22) << call;
         EXPECT_EQ(answer(goodReply()), 1);
-        size == 24 ? queueOnceRead("7@1+1") : addCyclic("7@1+1");
     }
 }
 

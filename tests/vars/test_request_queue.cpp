@@ -33,12 +33,17 @@ TEST(RequestQueue, IdentityOfAOnceRead) {
     EXPECT_EQ(sizeWith(queue, "3@250+6"), 4);
 }
 
-TEST(RequestQueue, OnceReadsStopAtTheBound) {
-    QList<RW_VAR> queue = filled(1023);
-    EXPECT_EQ(sizeWith(queue, "8@250+10"), 1025) << "one piece, two entries";
-    queue = filled(1023);
-    EXPECT_EQ(sizeWith(queue, "7@100+64"), 1024);
-    EXPECT_EQ(sizeWith(queue, "7@200+1"), 1024);
+TEST(RequestQueue, FullQueuesTakeNothingButReplacements) {
+    QList<RW_VAR> reads = filled(1023);
+    EXPECT_EQ(sizeWith(reads, "8@250+10"), 1025) << "one piece, two entries";
+    reads = filled(1023);
+    EXPECT_EQ(sizeWith(reads, "7@100+64"), 1024);
+    QList<RW_VAR> writes = filled(1023);
+    for (const char *text : {"7@5+1=ff", "7@6+1=dd", "7@5+1=ee"}) {
+        appendOrReplaceWrite(writes, record(text));
+        EXPECT_EQ(writes.size(), 1024) << text;
+    }
+    EXPECT_EQ(listText({writes.last()}), "7@5+1=ee");
 }
 
 TEST(RequestQueue, WritesReplaceQueuedWritesButTheHead) {
@@ -56,15 +61,6 @@ TEST(RequestQueue, WritesReplaceQueuedWritesButTheHead) {
         appendOrReplaceWrite(queue, record(row["given"]));
         return listText(queue);
     });
-}
-
-TEST(RequestQueue, FullWriteQueueStillReplaces) {
-    QList<RW_VAR> queue = filled(1023);
-    for (const char *text : {"7@5+1=ff", "7@6+1=dd", "7@5+1=ee"}) {
-        appendOrReplaceWrite(queue, record(text));
-        EXPECT_EQ(queue.size(), 1024) << text;
-    }
-    EXPECT_EQ(listText({queue.last()}), "7@5+1=ee");
 }
 
 }  // namespace
