@@ -22,9 +22,9 @@ public:
 
     QByteArray send();       // frame of the request handed out; empty: nothing to send
     std::string sendKind();  // W, O, C or - for a write, a one-shot read, a cyclic read, nothing
-    int answer(const QByteArray &reply);
-    int answer(const char *hexWithoutCrc) { return answer(withCrc(hexWithoutCrc)); }
-    int noReply() { return answer(QByteArray()); }
+    static int answer(const QByteArray &reply);
+    static int answer(const char *hexWithoutCrc) { return answer(withCrc(hexWithoutCrc)); }
+    static int noReply() { return answer(QByteArray()); }
     int exchange();  // sends and gets a good reply
     static QByteArray goodReply(const QByteArray &data = QByteArray());
 

@@ -45,6 +45,20 @@ std::string listText(const QList<RW_VAR> &list) {
     return words.join(QLatin1Char(' ')).toStdString();
 }
 
+QList<ReadVarEntry> hostEntries(const std::string &text) {
+    QList<ReadVarEntry> entries;
+    for (const RW_VAR &variable : records(text)) {
+        ReadVarEntry entry = ReadVarEntry();
+        entry.elemType = static_cast<unsigned char>(variable.elemType);
+        entry.station = static_cast<unsigned char>(variable.station);
+        entry.addressText = variable.addressText;
+        entry.label = QString::fromLatin1("v%1").arg(entries.size());
+        entry.count = variable.count;
+        entries.append(entry);
+    }
+    return entries;
+}
+
 std::string cacheText(const ValueCache &cache) {
     QStringList words;
     for (auto entry = cache.constBegin(); entry != cache.constEnd(); ++entry) {

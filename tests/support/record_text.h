@@ -17,6 +17,9 @@ QList<RW_VAR> records(const std::string &text);
 RW_VAR record(const std::string &text);
 std::string listText(const QList<RW_VAR> &list);
 
+/// The same requests as a host's variables, labelled v0, v1, ...
+QList<ReadVarEntry> hostEntries(const std::string &text);
+
 /// "01070064=3412 01070065=7856": every entry by key.
 std::string cacheText(const ValueCache &cache);
 

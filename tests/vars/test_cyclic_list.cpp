@@ -1,34 +1,8 @@
 #include "vars/cyclic_list.h"
 
 #include "support/record_text.h"
-#include "vars/request_pieces.h"
-#include "vars/variable_record.h"
 
 namespace {
-
-/// A host's entry may be longer than what the driver reads of it.
-struct HostEntry {
-    ReadVarEntry known;
-    unsigned char more[72];
-};
-
-/// The groups of variables labelled v0, v1, ... Looking at the host's list must not detach it.
-QList<QList<RW_VAR>> groupsOf(const std::string &variables, const ComInfo &comInfo) {
-    QList<HostEntry> entries;
-    for (const RW_VAR &variable : records(variables)) {
-        HostEntry entry = HostEntry();
-        entry.known.elemType = static_cast<unsigned char>(variable.elemType);
-        entry.known.station = static_cast<unsigned char>(variable.station);
-        entry.known.addressText = variable.addressText;
-        entry.known.label = QString::fromLatin1("v%1").arg(entries.size());
-        entry.known.count = variable.count;
-        entries.append(entry);
-    }
-    const QList<HostEntry> shared = entries;
-    const QList<QList<RW_VAR>> groups = sortedGroups(reinterpret_cast<QList<ReadVarEntry> &>(entries), comInfo);
-    EXPECT_TRUE(entries.isSharedWith(shared));
-    return groups;
-}
 
 const char kGroups[] = R"(
     variables                        | given                                  | groups
@@ -46,7 +20,7 @@ TEST(CyclicList, Groups) {
         ComInfo comInfo = ComInfo();
         comInfo.useVarStation = 1;
         std::string text;
-        for (const QList<RW_VAR> &group : groupsOf(row["given"], comInfo)) {
+        for (const QList<RW_VAR> &group : sortedGroups(hostEntries(row["given"]), comInfo)) {
             text += (text.empty() ? "" : ", ") + listText(group);
         }
         return text;
@@ -58,7 +32,9 @@ TEST(CyclicList, SettingsAndTextsInTheRecords) {
     comInfo.remoteMode = 3;
     comInfo.localNode = 4;
     comInfo.defaultStation = 300;
-    const QList<RW_VAR> group = groupsOf("2/7@103+40 0/12@100+2", comInfo).value(0);
+    const QList<ReadVarEntry> entries = hostEntries("2/7@103+40 0/12@100+2"), shared = entries;
+    const QList<RW_VAR> group = sortedGroups(entries, comInfo).value(0);
+    EXPECT_TRUE(entries.isSharedWith(shared)) << "a host's entries may be longer, so they are never copied";
     EXPECT_EQ(listText(group), "300/7@100+2^4 300/7@103+40^4");
     const RW_VAR &first = group.at(0);
     EXPECT_EQ(first.label, QString::fromLatin1("v1"));
@@ -69,20 +45,18 @@ TEST(CyclicList, SettingsAndTextsInTheRecords) {
         EXPECT_EQ(zero, 0);
     }
     comInfo.defaultStation = 0;
-    EXPECT_TRUE(groupsOf("2/7@5+1", comInfo).isEmpty());
+    EXPECT_TRUE(sortedGroups(entries, comInfo).isEmpty());
 }
 
 TEST(CyclicList, SortIsStableAndSigned) {
-    QList<RW_VAR> list = records("7@5+0 7@2147483647+1 7@-1+2 7@5+3 7@-2147483648+4 7@0+5 7@5+6 7@-1+7");
-    Bubble_Sort(&list);
-    EXPECT_EQ(listText(list), "7@-2147483648+4 7@-1+2 7@-1+7 7@0+5 7@5+0 7@5+3 7@5+6 7@2147483647+1");
-    QList<RW_VAR> many;
+    QList<RW_VAR> many = records("7@2147483647+1 7@-2147483648+1");
     for (int i = 0; i < 100; ++i) {
-        many.append(record("7@" + std::to_string(5 - i % 2) + "+" + std::to_string(i)));
+        many.append(record("7@" + std::to_string(-(i % 2)) + "+" + std::to_string(i)));
     }
     Bubble_Sort(&many);
+    EXPECT_EQ(listText({many.first(), many.last()}), "7@-2147483648+1 7@2147483647+1");
     for (int i = 0; i < 100; ++i) {
-        EXPECT_EQ(many.at(i).count, i < 50 ? 2 * i + 1 : 2 * (i - 50));
+        EXPECT_EQ(many.at(i + 1).count, i < 50 ? 2 * i + 1 : 2 * (i - 50));
     }
 }
 
