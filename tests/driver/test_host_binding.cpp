@@ -19,20 +19,20 @@ TEST_F(HostBinding, SetComInfoZeroesTwoWordsOnly) {
     bound.cycleDone = expected.cycleDone;
     EXPECT_EQ(memcmp(&bound, &expected, sizeof bound), 0);
     FlashLocalRegister(1, 0x80000000U, 0xFFFFFFFFU);
-    EXPECT_TRUE(LB == 1U && LW == 0x80000000U && RWI == 0xFFFFFFFFU);
+    EXPECT_EQ(LB, 1U);
+    EXPECT_EQ(LW, 0x80000000U);
+    EXPECT_EQ(RWI, 0xFFFFFFFFU);
 }
 
 TEST_F(HostBinding, NothingOutstanding) {
-    PLC_driver.retVar.ownerId = 5;
-    PLC_driver.retVar.retValue = 41;
+    PLC_driver.retVar = record("7@1+1:5/6");
     PLC_driver.comFailed = 1;
     settings.retryCount = settings.frameDone = 1;
     EXPECT_EQ(answer("0103 02 1234"), 1);
-    EXPECT_EQ(PLC_driver.retVar.ownerId, 5);
-    EXPECT_EQ(PLC_driver.comFailed, 1);
-    EXPECT_EQ(settings.retryCount, 1);
-    EXPECT_EQ(settings.frameDone, 1);
-    EXPECT_EQ(cacheText(), "");
+    EXPECT_EQ(listText({PLC_driver.retVar}), "7@1+1:5/6");
+    for (const int kept : {int(PLC_driver.comFailed), settings.retryCount, settings.frameDone}) {
+        EXPECT_EQ(kept, 1);
+    }
 }
 
 TEST_F(HostBinding, UnboundDriverRefusesAndKeepsEverything) {
@@ -43,9 +43,12 @@ TEST_F(HostBinding, UnboundDriverRefusesAndKeepsEverything) {
     SetComInfo(nullptr);
     RW_VAR var = record("7@5+1");
     QList<ReadVarEntry> entries = {ReadVarEntry()};
-    EXPECT_EQ(ReCreatReadVarList(&entries) + AddListReadVar(&var) + setValues("7@5+1=0100"), 0);
+    EXPECT_EQ(ReCreatReadVarList(&entries), 0);
+    EXPECT_EQ(AddListReadVar(&var), 0);
+    EXPECT_EQ(setValues("7@5+1=0100"), 0);
     for (const int mode : {0, 1}) {
-        EXPECT_EQ(AddListOnceReadVar(&var, mode) + AddListWriteVar(&var, mode), 0);
+        EXPECT_EQ(AddListOnceReadVar(&var, mode), 0);
+        EXPECT_EQ(AddListWriteVar(&var, mode), 0);
     }
     EXPECT_EQ(ComCommunication(), nullptr);
     EXPECT_EQ(answer("0106 0001 0001"), 1);

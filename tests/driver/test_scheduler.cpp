@@ -1,3 +1,5 @@
+#include <QtCore/QStringList>
+
 #include "support/driver_scene.h"
 
 namespace {
@@ -20,23 +22,23 @@ protected:
     }
 };
 
-// Writes, one-shot reads, cyclic reads, order. A cyclic read resets both counters, and so does an idle call, with
-// capped entries waiting.
-const char kOrders[] = R"(
-    7 > 7 > 1 > WWWWWOOOOOCWWOOCC; 7 > 7 > 0 > WWWWWOOOOO-WWOO--; 7 > 2 > 0 > WWWWWOO-WW-
-    2 > 7 > 0 > WWOOOOO-OO-; 11 > 0 > 1 > WWWWWCWWWWWCWCC; 0 > 6 > 1 > OOOOOCOCC; 5 > 5 > 1 > WWWWWOOOOOCCC)";
-
 TEST_F(Scheduler, Order) {
-    for (const Row &row : rows(kOrders)) {
+    const char kCases[] = R"(
+        lists                                       | writes | reads | cyclic | order
+        a cyclic read resets both counters          |      7 |     7 |      1 | WWWWWOOOOOCWWOOCC
+        so does an idle call, capped entries or not |      7 |     7 |      0 | WWWWWOOOOO-WWOO--
+        writes and cyclic reads                     |     11 |     0 |      1 | WWWWWCWWWWWCWCC
+        one-shot and cyclic reads                   |      0 |     6 |      1 | OOOOOCOCC)";
+    expectColumn(kCases, "order", [this](const TableRow &row) {
         restart();
-        fill(row.number(0), row.number(1), row.number(2));
-        EXPECT_EQ(served(row.fields[3].size()), row[3]);
-    }
+        fill(row.number("writes"), row.number("reads"), row.number("cyclic"));
+        return served(row.text("order").size());
+    });
     restart();
     fill(5, 6, 1);
     EXPECT_EQ(served(6), "WWWWWO");
     fill(1, 0, 0);
-    EXPECT_EQ(served(6), "OOOOCW");  // writes queued meanwhile stay capped
+    EXPECT_EQ(served(6), "OOOOCW") << "writes queued meanwhile stay capped";
 }
 
 TEST_F(Scheduler, OutstandingRequestIsReplayed) {
@@ -52,54 +54,55 @@ TEST_F(Scheduler, OutstandingRequestIsReplayed) {
     EXPECT_EQ(settings.cycleDone, 5);
     EXPECT_EQ(PLC_driver.writeTimes, 3);
     EXPECT_EQ(PLC_driver.protocolList.size(), 1);
-    EXPECT_EQ(listText(PLC_driver.readVarList), "9@1+1 9@1+1");  // stays at the head, marked
+    EXPECT_EQ(listText(PLC_driver.readVarList), "9@1+1 9@1+1") << "stays at the head, marked";
     EXPECT_EQ(PLC_driver.readVarList.at(0).retValue, -1);
     EXPECT_EQ(PLC_driver.readVarList.at(1).retValue, 0);
 }
 
 TEST_F(Scheduler, StationTable) {
-    // Station, enable, disabled stations afterwards.
-    const std::tuple<int, int, QList<int>> steps[] = {{5, 0, {5}}, {0, 0, {0, 5}}, {2147483647, 0, {0, 5, 2147483647}},
-                                                      {-1, 0, {}}, {5, 0, {5}},    {5, 0, {5}},
-                                                      {5, 2, {5}}, {5, -1, {5}},   {6, 1, {5}},
-                                                      {5, 1, {}},  {6, 0, {6}},    {-2147483647 - 1, 7, {}}};
+    const char kCases[] = R"(
+        edit                  | station     | enable | disabled
+        disable               | 5           |      0 | 5
+        station 0             | 0           |      0 | 0 5
+        again                 | 5           |      0 | 0 5
+        no such edit          | 5           |      2 | 0 5
+        no such edit below    | 5           |     -1 | 0 5
+        enable an enabled one | 6           |      1 | 0 5
+        enable                | 5           |      1 | 0
+        any below 0: all      | -2147483648 |      7 |)";
     for (const auto edit : {&EnableEthernet, &EnCommStation}) {
-        for (const auto &[station, enable, disabled] : steps) {
-            edit(station, enable);
-            EXPECT_EQ(PLC_driver.stationMap.keys(), disabled) << station << " " << enable;
-        }
+        expectColumn(kCases, "disabled", [edit](const TableRow &row) {
+            edit(row.number("station"), row.number("enable"));
+            QStringList disabled;
+            for (const int station : PLC_driver.stationMap.keys()) {
+                disabled += QString::number(station);
+            }
+            return disabled.join(QLatin1Char(' ')).toStdString();
+        });
     }
 }
 
-TEST_F(Scheduler, DisabledStationsLoseTheirWritesAndOnceReads) {
-    queueWrite("2/7@1+1 7@2+1:1/2 2/7@3+1");
-    queueOnceRead("2/8@1+1 8@2+1:3/4 2/8@3+1");
+TEST_F(Scheduler, DisabledStationsLoseTheirQueuesAndKeepTheirCyclicReads) {
     EnableEthernet(2, 0);
-    send();
-    EnableEthernet(1, 0);  // a request that is out is answered as usual
-    play("> 0106 0002 0000 > 0106 0002 0000 > 1 > done 1/2 > 7@2+1:1/2 > 2/7@3+1 2/8@1+1 8@2+1:3/4 2/8@3+1");
-    EnableEthernet(1, 1);
+    addCyclic("2/9@1+1 2/9@2+1");
+    queueOnceRead("2/8@1+1 2/8@1+1 8@2+1:3/4 2/8@3+1");
     play(R"(
-        > 0103 1f42 0001 > 0103 02 0000 > 1 > done 3/4 > 8@2+1:3/4 > 2/8@3+1
-        >                >              > 1 >          > 8@2+1:3/4 >)");
-}
-
-TEST_F(Scheduler, DisabledStationsKeepTheirCyclicReads) {
-    for (const int station : {2, 3, 1}) {
-        EnableEthernet(station, 0);
-    }
-    play("cyclic 2/7@5+1 3/7@5+1 7@5+1 > > > 1 > > 0/0@0+0 > 2/7@5+1 3/7@5+1 7@5+1");
-    EnableEthernet(1, 1);
-    play("> 0103 0005 0001 > 0103 02 0000 > 1 > > 7@5+1 > 2/7@5+1 3/7@5+1 7@5+1");
+        exchange       | queued                              | sent           | reply          | code | callbacks | result    | left
+        first enabled  | write 2/7@1+1 2/7@1+1 7@2+1:1/2 2/7@3+1 | 0106 0002 0000 | 0106 0002 0000 | 1 | done 1/2 | 7@2+1:1/2 | 2/7@3+1 2/8@1+1 2/8@1+1 8@2+1:3/4 2/8@3+1 2/9@1+1 2/9@2+1
+        the reads'     |                                     | 0103 1f42 0001 | 0103 02 0000   | 1    | done 3/4  | 8@2+1:3/4 | 2/8@3+1 2/9@1+1 2/9@2+1
+        none enabled   |                                     |                |                | 1    |           | 8@2+1:3/4 | 2/9@1+1 2/9@2+1
+        behind them    | cyclic 9@3+1                        | 0103 232b 0001 | 0103 02 0000   | 1    |           | 9@3+1     | 2/9@1+1 2/9@2+1 9@3+1)");
+    send();
+    EnableEthernet(1, 0);
+    EXPECT_EQ(answer("0103 02 0000"), 1) << "a request that is out is answered all the same";
 }
 
 TEST_F(Scheduler, RemoteModeSendsRemoteFrames) {
     settings.remoteMode = 1;
-    queueWrite("7@1+1=0100");
-    for (const int size : {24, 22, 22}) {
-        EXPECT_EQ(send().size(), size);
+    for (const char *call : {"write 7@1+1=0100", "read 7@1+1", "cyclic 7@1+1"}) {
+        queue(call);
+        EXPECT_EQ(send().size(), *call == 'w' ? 24 : 22) << call;
         EXPECT_EQ(answer(goodReply()), 1);
-        size == 24 ? queueOnceRead("7@1+1") : addCyclic("7@1+1");
     }
 }
 

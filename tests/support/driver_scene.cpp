@@ -1,7 +1,6 @@
 #include "support/driver_scene.h"
 
-#include <QtCore/QRegExp>
-#include <QtCore/QStringList>
+#include <stdexcept>
 
 namespace {
 
@@ -9,53 +8,9 @@ DriverScene *currentScene = nullptr;  // the callback for lists carries no conte
 
 }  // namespace
 
-QList<RW_VAR> records(const std::string &text) {
-    QRegExp match(
-        QString::fromLatin1("(?:(-?\\d+)/)?(-?\\d+)@([^+]*)\\+(-?\\d+)(?:=(\\w*))?(?::(\\d+)/(\\d+))?"
-                            "(?:\\^(\\d+))?"));
-    QList<RW_VAR> list;
-    for (const QString &word : QString::fromStdString(text).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-        EXPECT_TRUE(match.exactMatch(word)) << text;
-        RW_VAR var = RW_VAR();
-        var.station = match.cap(1).isEmpty() ? 1 : match.cap(1).toInt();
-        var.elemType = match.cap(2).toInt();
-        var.addressText = match.cap(3);
-        var.address = match.cap(3).toInt();
-        var.count = match.cap(4).toInt();
-        var.data = QByteArray::fromHex(match.cap(5).toLatin1());
-        var.ownerId = match.cap(6).toInt();
-        var.itemId = match.cap(7).toInt();
-        var.nodeId = match.cap(8).toInt();
-        list.append(var);
-    }
-    return list;
-}
-
-RW_VAR record(const std::string &text) {
-    return records(text).at(0);
-}
-
-std::string listText(const QList<RW_VAR> &list) {
-    QStringList words;
-    for (const RW_VAR &var : list) {
-        const bool hasOwner = var.ownerId > 0 || var.itemId > 0;
-        words += (var.station != 1 ? QString::asprintf("%d/", var.station) : QString()) +
-                 QString::asprintf("%d@%d+%d", var.elemType, var.address, var.count) +
-                 (var.data.isEmpty() ? QString() : QString::fromLatin1("=" + var.data.toHex())) +
-                 (hasOwner ? QString::asprintf(":%d/%d", var.ownerId, var.itemId) : QString()) +
-                 (var.nodeId != 0 ? QString::asprintf("^%d", var.nodeId) : QString());
-    }
-    return words.join(QLatin1Char(' ')).toStdString();
-}
-
 std::string cacheText() {
     const QMutexLocker lock(&PLC_driver.cacheMutex);
-    QStringList words;
-    for (auto entry = PLC_driver.valueCache.constBegin(); entry != PLC_driver.valueCache.constEnd(); ++entry) {
-        words += QString::asprintf("%08x=%s", entry.key(), entry.value().toHex().constData());
-    }
-    words.sort();
-    return words.join(QLatin1Char(' ')).toStdString();
+    return cacheText(PLC_driver.valueCache);
 }
 
 DriverScene::DriverScene() {
@@ -158,35 +113,30 @@ QByteArray DriverScene::getValues(const char *variable, int expectedResult) {
     return out;
 }
 
-void DriverScene::play(const char *transcript) {
-    for (const Row &row : rows(transcript)) {
-        SCOPED_TRACE(row.text);
-        const std::string call = row.fields[0].substr(0, row.fields[0].find(' '));
-        const std::string variables = row.fields[0].substr(call.size());
-        call == "cyclic" ? addCyclic(variables) : call == "read" ? queueOnceRead(variables) : queueWrite(variables);
-        EXPECT_EQ(send(), row.fields[1].empty() ? QByteArray() : withCrc(row[1]));
-        EXPECT_EQ(row.fields[2].empty() ? noReply() : answer(row[2]), row.number(3));
-        expectCallbacks(row.fields[4]);
-        EXPECT_EQ(listText({PLC_driver.retVar}), row.fields[5]);
-        EXPECT_EQ(listText(PLC_driver.writeVarList + PLC_driver.onceReadVarList + PLC_driver.readVarList), row[6]);
+void DriverScene::queue(const std::string &call) {
+    const std::string verb = call.substr(0, call.find(' '));
+    const std::string variables = call.substr(verb.size());
+    if (verb == "write") {
+        queueWrite(variables);
+    } else if (verb == "read") {
+        queueOnceRead(variables);
+    } else if (verb == "cyclic") {
+        addCyclic(variables);
+    } else if (!verb.empty()) {
+        throw std::logic_error("no such verb: " + call);
     }
 }
 
-void DriverScene::expectRequest(void (*build)(RW_VAR *), const RW_VAR &var, const QByteArray &frame,
-                                const ExpectedReply &reply) {
-    restart();
-    settings.frameTotal = settings.frameDone = 7;
-    RW_VAR given = var;
-    build(&given);
-    const Protocol &request = PLC_driver.protocolList.at(0);
-    EXPECT_EQ(request.frame, frame);
-    EXPECT_EQ(request.frameLength, frame.size());
-    EXPECT_EQ(request.replyLength, reply.length);
-    EXPECT_EQ(request.dataOffset, reply.dataOffset);
-    EXPECT_EQ(request.dataLength, reply.dataLength);
-    EXPECT_EQ(listText({request.var, given}), listText({var, var}));
-    EXPECT_EQ(settings.frameTotal, 1);
-    EXPECT_EQ(settings.frameDone, 0);
+void DriverScene::play(const char *transcript) {
+    for (const TableRow &row : table(transcript)) {
+        SCOPED_TRACE(row.line());
+        queue(row["queued"]);
+        EXPECT_EQ(send(), row.empty("sent") ? QByteArray() : withCrc(row["sent"]));
+        EXPECT_EQ(row.empty("reply") ? noReply() : answer(row["reply"]), row.number("code"));
+        expectCallbacks(row["callbacks"]);
+        EXPECT_EQ(listText({PLC_driver.retVar}), row["result"]);
+        EXPECT_EQ(listText(PLC_driver.writeVarList + PLC_driver.onceReadVarList + PLC_driver.readVarList), row["left"]);
+    }
 }
 
 void DriverScene::expectCallbacks(const std::string &expected) {

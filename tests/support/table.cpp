@@ -1,6 +1,7 @@
 #include "support/table.h"
 
 #include <algorithm>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -59,6 +60,9 @@ std::vector<TableRow> table(const char *text) {
         }
         if (titles.empty()) {
             titles = fieldsOf(line);
+            if (std::set<std::string>(titles.begin(), titles.end()).size() != titles.size()) {
+                throw std::logic_error("a title stands twice: " + line);
+            }
         } else {
             cases.emplace_back(titles, fieldsOf(line), trimmed(line));
         }

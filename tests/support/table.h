@@ -1,8 +1,10 @@
 // Tables of cases as tests write them: fields between "|", one case a line, its name first. The first line titles the
-// columns, and columns are read by title. A line of another width, a title that the table does not have and a field
-// that is no number end the test with the line.
+// columns, and columns are read by title. A line of another width, a title that stands twice or that
+// the table does not have, and a field that is no number end the test.
 #ifndef DRAVO_TESTS_TABLE_H
 #define DRAVO_TESTS_TABLE_H
+
+#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
@@ -28,5 +30,13 @@ private:
 
 /// The cases of a table.
 std::vector<TableRow> table(const char *text);
+
+/// Expects in the column of each case the text that outcome makes of the case.
+template <typename Outcome>
+void expectColumn(const char *cases, const char *title, Outcome outcome) {
+    for (const TableRow &row : table(cases)) {
+        EXPECT_EQ(outcome(row), row.text(title)) << row.line();
+    }
+}
 
 #endif  // DRAVO_TESTS_TABLE_H

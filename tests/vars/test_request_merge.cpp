@@ -1,89 +1,85 @@
-#include "support/driver_scene.h"
+#include "vars/request_merge.h"
+
+#include "support/record_text.h"
+#include "vars/write_cut.h"
 
 namespace {
 
-using ListFunction = void (*)(QList<RW_VAR> &list, RW_VAR &var);
+const int kListBounds[22] = {0, 0, 2048, 256, 1024, 256, 256, 0, 256, 256, 0, 0, 0, 256};  // by type; 0: never cut
+const int kMapBounds[22] = {0, 0, 2048, 256, 1024, 256, 256, 8000, 256, 256, 0, 0, 8000, 256, 256};
 
-/// The entries that add makes of a request, which ends up as the last of them.
-std::string added(ListFunction add, const std::string &text) {
-    QList<RW_VAR> list;
-    RW_VAR work = record(text);
-    add(list, work);
-    EXPECT_EQ(listText({work}), listText({list.last()}));
-    return listText(list);
+/// Has the last request of a list, of one element, revised to var.
+template <typename Revise>
+void revised(Revise revise, QList<RW_VAR> &list, RW_VAR &var) {
+    list.append(var);
+    list.last().count = 1;
+    revise(list, var);
 }
 
-/// What becomes of the last entry when its count is revised.
-std::string revised(const std::string &last, int count) {
-    QList<RW_VAR> list = records("1@5+5 " + last);
-    RW_VAR work = list.last();
-    work.count = count;
-    work.ownerId = 9;  // of the last entry only the count changes
-    function_rw_var_revise(list, work);
-    return listText(list).substr(6);
+struct Cutter {
+    const char *name;
+    void (*add)(QList<RW_VAR> &list, RW_VAR &var);
+    const int *bounds;
+};
+const Cutter kCutters[] = {
+    {"function_rw_var_add_read", function_rw_var_add_read, kListBounds},
+    {"function_rw_var_add_write", function_rw_var_add_write, kListBounds},
+    {"function_rw_var_revise", [](auto &list, auto &var) { revised(function_rw_var_revise, list, var); }, kListBounds},
+    {"appendDriverRead", [](auto &list, auto &var) { appendDriverRead(list, var); }, kMapBounds},
+    {"reviseDriverRead", [](auto &list, auto &var) { revised(reviseDriverRead, list, var); }, kMapBounds},
+};
+
+/// Address and count of each entry that comes of a request.
+std::string cut(const Cutter &cutter, int type, int address, int count) {
+    RW_VAR work = record(std::to_string(type) + "@" + std::to_string(address) + "+" + std::to_string(count));
+    QList<RW_VAR> list;
+    cutter.add(list, work);
+    std::string text;
+    for (const RW_VAR &var : static_cast<const QList<RW_VAR> &>(list)) {
+        text += std::to_string(var.address) + "+" + std::to_string(var.count) + " ";
+    }
+    return text;
 }
 
 TEST(RequestMerge, EveryTypeIsCutExactlyAtItsBound) {
-    static const int kBounds[22] = {0, 0, 2048, 256, 1024, 256, 256, 0, 256, 256, 0, 0, 0, 256};  // 0: never cut
-    for (int type = -1; type < 23; ++type) {
-        for (const int bound : {256, 1024, 2048, 8000}) {
-            const auto entry = [type](int address, int count, const char *owner = "") {
-                return std::to_string(type) + "@" + std::to_string(address) + "+" + std::to_string(count) + owner;
-            };
-            const bool cut = type >= 0 && type < 22 && kBounds[type] == bound;
-            if (cut) {
-                const std::string below = entry(bound - 2, 2) + " ";
-                EXPECT_EQ(added(function_rw_var_add_read, entry(bound - 2, 3)), below + entry(bound, 1));
-                EXPECT_EQ(revised(entry(bound - 2, 1), 3), below + entry(bound, 1, ":9/0"));
+    for (const Cutter &cutter : kCutters) {
+        for (int type = -1; type < 23; ++type) {
+            for (const int bound : {256, 1024, 2048, 8000}) {
+                SCOPED_TRACE(cutter.name + std::string(", type ") + std::to_string(type));
+                const std::string below = std::to_string(bound - 2), from = std::to_string(bound);
+                const bool isCut = type >= 0 && type < 22 && cutter.bounds[type] == bound;
+                EXPECT_EQ(cut(cutter, type, bound - 2, 2), below + "+2 ");
+                EXPECT_EQ(cut(cutter, type, bound - 2, 3), below + (isCut ? "+2 " + from + "+1 " : "+3 "));
+                EXPECT_EQ(cut(cutter, type, bound, 3), from + "+3 ");
             }
-            const std::string upToBound = entry(bound - 2, cut ? 2 : 3);
-            EXPECT_EQ(added(function_rw_var_add_read, upToBound), upToBound);
-            EXPECT_EQ(added(function_rw_var_add_write, upToBound), upToBound);
-            EXPECT_EQ(revised(entry(bound - 2, 1), cut ? 2 : 3), upToBound);
-            EXPECT_EQ(added(function_rw_var_add_read, entry(bound, 3)), entry(bound, 3));
-            EXPECT_EQ(added(function_rw_var_add_write, entry(bound, 3)), entry(bound, 3));
         }
     }
 }
 
-// Nothing overflows; below 1 there is nothing to cut.
-const char kExtremeReads[] = R"(
-    8@255+2147483647 > 8@255+1 8@256+2147483646; 8@-2147483390+2147483647 > 8@-2147483390+2147483646 8@256+1
-    2@2147483647+2147483647 > 2@2147483647+2147483647; 13@-2147483648+2147483647 > 13@-2147483648+2147483647
-    2@-2147483648+-2147483648 > 2@-2147483648+-2147483648; 13@255+-1 > 13@255+-1; 8@300+0 > 8@300+0)";
-
-// Data short, exact and long; bits that move inside their bytes.
-const char kWrites[] = R"(
-    9@250+10=000102030405060708090a0b0c0d0e0f10111213 > 9@250+6=000102030405060708090a0b 9@256+4=0c0d0e0f10111213
-    8@255+2=341278 > 8@255+1=3412 8@256+1=78; 8@254+3=3412 > 8@254+2=3412 8@256+1
-    13@255+2=0102030405060708 > 13@255+1=01020304 13@256+1=05060708; 3@248+16=a53c > 3@248+8=a5 3@256+8=3c
-    3@253+16=a53c > 3@253+3=a5 3@256+13=9407; 3@253+16=a5 > 3@253+3=a5 3@256+13=1400
-    2@2047+10=ff03 > 2@2047+1=ff 2@2048+9=ff01; 10@255+2=34127856ff > 10@255+2=34127856ff)";
-
-TEST(RequestMerge, ExtremeReadsAndDataOfWrites) {
-    for (const Row &row : rows(kExtremeReads)) {
-        EXPECT_EQ(added(function_rw_var_add_read, row[0]), row[1]);
-    }
-    EXPECT_EQ(revised("13@255+1", 2147483647), "13@255+1 13@256+2147483646:9/0");
-    for (const Row &row : rows(kWrites)) {
-        EXPECT_EQ(added(function_rw_var_add_write, row[0]), row[1]);
-    }
+TEST(RequestMerge, NothingOverflows) {
+    const char kCases[] = R"(
+        read                     | given                     | entries
+        longest across the bound | 8@255+2147483647          | 8@255+1 8@256+2147483646
+        longest from far below   | 8@-2147483390+2147483647  | 8@-2147483390+2147483646 8@256+1
+        beyond the last address  | 2@2147483647+2147483647   | 2@2147483647+2147483647
+        furthest below           | 2@-2147483648+-2147483648 | 2@-2147483648+-2147483648)";
+    expectColumn(kCases, "entries", [](const TableRow &row) {
+        QList<RW_VAR> list;
+        RW_VAR work = record(row["given"]);
+        function_rw_var_add_read(list, work);
+        EXPECT_EQ(listText({work}), listText({list.last()})) << "the record ends as the second part";
+        return listText(list);
+    });
 }
 
-// Count, limit, entries. The caller's record ends up as the last of them.
-const char kCuts[] = R"(
-    70 > 32 > 8@10+32 8@42+32 8@74+6; 64 > 32 > 8@10+32 8@42+32; 33 > 32 > 8@10+32 8@42+1; 32 > 32 > 8@10+5
-    0 > 32 > 8@10+5; -70 > 32 > 8@10+5; 3 > 0 > 8@10+1 8@11+1 8@12+1; 2 > -2147483648 > 8@10+1 8@11+1
-    300 > 250 > 8@10+250 8@260+50)";
-
-TEST(RequestMerge, WhetherGroupCutsByLimitAlone) {
-    for (const Row &row : rows(kCuts)) {
-        QList<RW_VAR> list;
-        RW_VAR var = record("8@10+5");
-        WhetherGroup(row.number(0), row.number(1), &var, &list);
-        EXPECT_EQ(listText(list), row[2]);
-        EXPECT_EQ(listText({var}), listText({list.last()}));
-    }
+TEST(RequestMerge, RevisedEntryKeepsEverythingButItsCount) {
+    QList<RW_VAR> list = records("1@5+5 13@255+1:1/1");
+    RW_VAR work = record("13@255+2147483647:9/0");
+    function_rw_var_revise(list, work);
+    EXPECT_EQ(listText(list), "1@5+5 13@255+1:1/1 13@256+2147483646:9/0");
+    work.count = 3;
+    function_rw_var_revise(list, work);
+    EXPECT_EQ(listText(list), "1@5+5 13@255+1:1/1 13@256+3:9/0");
 }
 
 }  // namespace

@@ -1,0 +1,45 @@
+#include "remote/remote_request.h"
+
+#include "support/record_text.h"
+
+namespace {
+
+// Every field as it stands in the record.
+const char kReads[] = R"(
+    read                      | variable       | frame                                             | data
+    registers                 | 7@100+2:5/6^2  | 16 05 00 02 01 0007 00000064 0002 00000000 00000000 8b | 4
+    coils, one more than full | 3@256+9:5/6^2  | 16 05 00 02 01 0003 00000100 0009 00000000 00000000 2b | 2
+    double words              | 13@1+2:5/6^2   | 16 05 00 02 01 000d 00000001 0002 00000000 00000000 2e | 8
+    pairs, not normalised     | 12@100+3:5/6^2 | 16 05 00 02 01 000c 00000064 0003 00000000 00000000 91 | 6
+    unknown type              | -1@1+1:5/6^2   | 16 05 00 02 01 ffff 00000001 0001 00000000 00000000 1e | 2)";
+
+TEST(RemoteRequest, Reads) {
+    for (const TableRow &row : table(kReads)) {
+        SCOPED_TRACE(row.line());
+        const RW_VAR var = record(row["variable"]);
+        const int data = row.number("data");
+        expectRequest(remoteReadRequest(var), var, bytes(row["frame"]), data + 5, 3, data);
+    }
+    RW_VAR var = record("13@305419896+300:5/6^2");
+    var.param1 = 0x01020304;
+    var.param2 = -2;
+    EXPECT_EQ(remoteReadRequest(var).frame, bytes("16 05 00 02 01 000d 12345678 012c 01020304 fffffffe 71"));
+}
+
+TEST(RemoteRequest, WritesCarryTheirDataAsTheyStand) {
+    RW_VAR var = record("7@100+1=3412:5/6^2");
+    var.accessFlag = 1;
+    expectRequest(remoteWriteRequest(var), var, bytes("18 05 01 02 01 0007 00000064 0001 00000000 00000000 3412 d3"), 8,
+                  0, 0);
+    var.station = 0;
+    const int lengths[][2] = {{233, 255}, {234, 0}, {600, 110}};
+    for (const auto &[data, lengthByte] : lengths) {
+        var.data = QByteArray(data, '\x01');
+        const Protocol request = remoteWriteRequest(var);
+        EXPECT_EQ(static_cast<unsigned char>(request.frame.at(0)), lengthByte) << "wraps at 256";
+        EXPECT_EQ(request.frameLength, 22 + data);
+        EXPECT_EQ(request.replyLength, 0) << "a broadcast";
+    }
+}
+
+}  // namespace

@@ -1,0 +1,79 @@
+#include "support/record_text.h"
+
+#include <QtCore/QRegExp>
+#include <QtCore/QStringList>
+#include <stdexcept>
+
+QList<RW_VAR> records(const std::string &text) {
+    QRegExp match(
+        QString::fromLatin1("(?:(-?\\d+)/)?(-?\\d+)@([^+]*)\\+(-?\\d+)(?:=(\\w*))?(?::(\\d+)/(\\d+))?"
+                            "(?:\\^(\\d+))?"));
+    QList<RW_VAR> list;
+    for (const QString &word : QString::fromStdString(text).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        if (!match.exactMatch(word)) {
+            throw std::logic_error("no request: " + text);
+        }
+        RW_VAR var = RW_VAR();
+        var.station = match.cap(1).isEmpty() ? 1 : match.cap(1).toInt();
+        var.elemType = match.cap(2).toInt();
+        var.addressText = match.cap(3);
+        var.address = match.cap(3).toInt();
+        var.count = match.cap(4).toInt();
+        var.data = QByteArray::fromHex(match.cap(5).toLatin1());
+        var.ownerId = match.cap(6).toInt();
+        var.itemId = match.cap(7).toInt();
+        var.nodeId = match.cap(8).toInt();
+        list.append(var);
+    }
+    return list;
+}
+
+RW_VAR record(const std::string &text) {
+    return records(text).at(0);
+}
+
+std::string listText(const QList<RW_VAR> &list) {
+    QStringList words;
+    for (const RW_VAR &var : list) {
+        const bool hasOwner = var.ownerId > 0 || var.itemId > 0;
+        words += (var.station != 1 ? QString::asprintf("%d/", var.station) : QString()) +
+                 QString::asprintf("%d@%d+%d", var.elemType, var.address, var.count) +
+                 (var.data.isEmpty() ? QString() : QString::fromLatin1("=" + var.data.toHex())) +
+                 (hasOwner ? QString::asprintf(":%d/%d", var.ownerId, var.itemId) : QString()) +
+                 (var.nodeId != 0 ? QString::asprintf("^%d", var.nodeId) : QString());
+    }
+    return words.join(QLatin1Char(' ')).toStdString();
+}
+
+QList<ReadVarEntry> hostEntries(const std::string &text) {
+    QList<ReadVarEntry> entries;
+    for (const RW_VAR &variable : records(text)) {
+        ReadVarEntry entry = ReadVarEntry();
+        entry.elemType = static_cast<unsigned char>(variable.elemType);
+        entry.station = static_cast<unsigned char>(variable.station);
+        entry.addressText = variable.addressText;
+        entry.label = QString::fromLatin1("v%1").arg(entries.size());
+        entry.count = variable.count;
+        entries.append(entry);
+    }
+    return entries;
+}
+
+std::string cacheText(const ValueCache &cache) {
+    QStringList words;
+    for (auto entry = cache.constBegin(); entry != cache.constEnd(); ++entry) {
+        words += QString::asprintf("%08x=%s", entry.key(), entry.value().toHex().constData());
+    }
+    words.sort();
+    return words.join(QLatin1Char(' ')).toStdString();
+}
+
+void expectRequest(const Protocol &request, const RW_VAR &var, const QByteArray &frame, int replyLength, int dataOffset,
+                   int dataLength) {
+    EXPECT_EQ(request.frame, frame);
+    EXPECT_EQ(request.frameLength, frame.size());
+    EXPECT_EQ(request.replyLength, replyLength);
+    EXPECT_EQ(request.dataOffset, dataOffset);
+    EXPECT_EQ(request.dataLength, dataLength);
+    EXPECT_EQ(listText({request.var}), listText({var}));
+}
