@@ -3,7 +3,6 @@
 #include <limits>
 
 #include "line/frame_bytes.h"
-#include "line/variable.h"
 
 namespace dravo {
 
@@ -11,6 +10,7 @@ namespace {
 
 const qint64 kNever = std::numeric_limits<qint64>::max();
 const int kLongestModbusFrame = 256;
+const int kNoStation = -1;
 
 bool isFinal(int exceptionCode) {
     return exceptionCode >= 1 && exceptionCode <= 3;  // illegal function, address, value: it stays so
@@ -40,6 +40,7 @@ CallLoop::CallLoop(const LineSettings &settings, DriverPort &port, LineStatistic
       outstanding_(settings.answersMayDouble),
       echo_(settings.echo),
       stations_(settings),
+      queuedRequests_(0),
       requests_(0),
       nowUs_(boundedUs(nowUs)),
       lineFreeUs_(nowUs_),
@@ -60,8 +61,10 @@ void CallLoop::restart(qint64 nowUs) {
     }
 }
 
-void CallLoop::operationQueued(int operation, int station) {
-    operations_.insert(operation, station);
+void CallLoop::operationQueued(int operation, int station, int requests) {
+    const Operation queued = {station, requests};
+    operations_.insert(operation, queued);
+    queuedRequests_ += requests;
     if (stations_.isDown(station)) {
         DriverPort::setStation(station, true);  // or the driver would drop it without a word
     }
@@ -73,10 +76,19 @@ QList<LineEvent> CallLoop::takeEvents() {
     return taken;
 }
 
-QList<Elements> CallLoop::takeWritten() {
-    const QList<Elements> taken = written_;
+QList<CallLoop::Written> CallLoop::takeWritten() {
+    const QList<Written> taken = written_;
     written_.clear();
     return taken;
+}
+
+bool CallLoop::hasOperations(int station) const {
+    for (QHash<int, Operation>::const_iterator it = operations_.constBegin(); it != operations_.constEnd(); ++it) {
+        if (it.value().station == station) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void CallLoop::advance(qint64 nowUs) {
@@ -96,6 +108,8 @@ void CallLoop::sortInput() {
     while (finder_.take(outstanding_, echo_, silent, &frame)) {
         sortOut(frame);
     }
+    const qint64 noise = finder_.takeNoise();
+    statistics_.received(kNoStation, int(noise), times_.charactersUs(noise));
     const qint64 sortedUs = finder_.isArriving() ? finder_.arrivingSinceUs() : nowUs_;
     outstanding_.expire(sortedUs);
     echo_.expire(sortedUs);
@@ -189,7 +203,7 @@ bool CallLoop::fetch() {
         }
     }
     if (request->var.accessFlag != 0) {
-        written_.append(writtenElements(request->var));
+        noteWritten(false);
     }
     phase_ = Ready;
     current_.heldUs = outstanding_.heldUntil(current_.request, nowUs_) - nowUs_;
@@ -322,6 +336,9 @@ void CallLoop::finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure 
     exchange.replyUs = current_.answered ? current_.answer.arrivedUs - current_.endOfSendingUs : -1;
     events_.append(exchange);
     count(exchange);
+    if (verdict.over && verdict.good && exchange.write) {
+        noteWritten(true);
+    }
     if (verdict.over && !verdict.good && !current_.heard) {
         missed(current_.var.station);
     }
@@ -333,6 +350,11 @@ void CallLoop::finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure 
     if (again && !port_.request()) {  // the host has unbound the driver
         phase_ = Idle;
     }
+}
+
+void CallLoop::noteWritten(bool done) {
+    const Written written = {writtenElements(current_.var), done};
+    written_.append(written);
 }
 
 void CallLoop::count(const LineEvent &exchange) {
@@ -356,7 +378,9 @@ void CallLoop::tellOperations(const LineEvent &exchange) {
         over.kind = LineEvent::Operation;
         over.operation = finished.at(i).operation;
         over.done = finished.at(i).done;
-        over.station = operations_.take(over.operation);
+        const Operation ended = operations_.take(over.operation);
+        queuedRequests_ -= ended.requests;
+        over.station = ended.station;
         events_.append(over);
         if (stations_.isDown(over.station) && !hasOperations(over.station)) {
             DriverPort::setStation(over.station, false);

@@ -11,6 +11,7 @@
 #include "line/line_times.h"
 #include "line/outstanding.h"
 #include "line/station_backoff.h"
+#include "line/variable.h"
 
 namespace dravo {
 
@@ -30,13 +31,18 @@ public:
     /// The port was closed and opened again: what was on the line is lost or may still come.
     void restart(qint64 nowUs);
 
-    /// An operation of the station is queued in the driver, or over. In between the station's requests go out even
-    /// while it is down.
-    void operationQueued(int operation, int station);
-    int operations() const { return operations_.size(); }
+    /// An operation of the station goes into the driver's queue, as so many requests. Until it is over, the station's
+    /// requests go out even while it is down.
+    void operationQueued(int operation, int station, int requests);
+    /// The requests of all operations that are queued.
+    int queuedRequests() const { return queuedRequests_; }
 
-    /// The elements that writes taken from the driver since the last call show in the cache.
-    QList<Elements> takeWritten();
+    /// What writes show in the cache: from when the driver hands them out, and once more when they are done.
+    struct Written {
+        Elements elements;
+        bool done;
+    };
+    QList<Written> takeWritten();
     QList<LineEvent> takeEvents();
     const StationBackoff &stations() const { return stations_; }
 
@@ -72,7 +78,8 @@ private:
     void count(const LineEvent &exchange);
     void tellOperations(const LineEvent &exchange);
     void missed(int station);
-    bool hasOperations(int station) const { return operations_.key(station, 0) != 0; }
+    bool hasOperations(int station) const;
+    void noteWritten(bool done);
 
     LineSettings settings_;
     LineTimes times_;
@@ -82,14 +89,19 @@ private:
     Outstanding outstanding_;
     EchoWatch echo_;
     StationBackoff stations_;
+    struct Operation {
+        int station;
+        int requests;
+    };
+    QHash<int, Operation> operations_;  // that are queued, by number
+    int queuedRequests_;
     qint64 requests_;  // so far
     qint64 nowUs_;
     qint64 lineFreeUs_;
     qint64 pauseUntilUs_;  // a busy controller's
     Phase phase_;
     Current current_;
-    QHash<int, int> operations_;  // those that are queued, and their stations
-    QList<Elements> written_;
+    QList<Written> written_;
     QList<LineEvent> events_;
 };
 

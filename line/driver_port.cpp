@@ -95,11 +95,11 @@ void DriverPort::write(int operation, const RW_VAR &variable, const QByteArray &
                     kOwnerId, operation);
 }
 
-bool DriverPort::readOnce(int operation, const RW_VAR &variable) {
+void DriverPort::readOnce(int operation, const RW_VAR &variable) {
     RW_VAR record = variable;
     record.ownerId = kOwnerId;
     record.itemId = operation;
-    return AddListOnceReadVar(&record, kCheckingMode) != 0;
+    AddListOnceReadVar(&record, kCheckingMode);
 }
 
 QList<DriverPort::Finished> DriverPort::takeFinished() {

@@ -51,7 +51,7 @@ public:
 
     /// Queues a write or a one-shot read. Its end is one of finished().
     void write(int operation, const RW_VAR &variable, const QByteArray &values);
-    bool readOnce(int operation, const RW_VAR &variable);
+    void readOnce(int operation, const RW_VAR &variable);
 
     struct Finished {
         int operation;

@@ -27,6 +27,7 @@ bool FrameFinder::take(const Outstanding &outstanding, const EchoWatch &echo, bo
         }
         ++offset;
     }
+    noise_ += offset;
     drop(offset);
     if (claim <= 0) {
         return false;

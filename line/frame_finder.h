@@ -20,16 +20,26 @@ class EchoWatch;
 
 class FrameFinder {
 public:
-    explicit FrameFinder(qint64 nowUs) : position_(0), lastByteUs_(nowUs), lookedUs_(nowUs) {}
+    explicit FrameFinder(qint64 nowUs) : position_(0), noise_(0), lastByteUs_(nowUs), lookedUs_(nowUs) {}
 
     /// All that has arrived up to nowUs and was not passed before; empty: nothing.
     void received(const QByteArray &bytes, qint64 nowUs);
     /// Drops what has not become a frame.
-    void clear() { drop(bytes_.size()); }
+    void clear() {
+        noise_ += bytes_.size();
+        drop(bytes_.size());
+    }
 
     /// The next whole frame, or false. Bytes that start none are dropped on the way.
     /// @param silent  nothing more belongs to what has arrived so far.
     bool take(const Outstanding &outstanding, const EchoWatch &echo, bool silent, Frame *frame);
+
+    /// Bytes that belonged to no frame, since the last call.
+    qint64 takeNoise() {
+        const qint64 noise = noise_;
+        noise_ = 0;
+        return noise;
+    }
 
     /// Bytes received so far, from the first on.
     qint64 position() const { return position_; }
@@ -53,6 +63,7 @@ private:
     QByteArray bytes_;         // not yet sorted out
     QList<Portion> portions_;  // that they came in
     qint64 position_;
+    qint64 noise_;
     qint64 lastByteUs_;
     qint64 lookedUs_;  // for bytes
 };

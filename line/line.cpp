@@ -13,7 +13,8 @@ namespace dravo {
 namespace {
 
 const int kMostEvents = 4096;        // then those of exchanges that nobody takes go
-const int kMostOperations = 1000;    // the driver's queue of one-shot reads ends at 1024
+const int kMostReads = 1000;         // requests queued; the driver's queue of one-shot reads ends at 1024
+const int kMostWrites = 10000;       // the other one has no end of its own
 const int kMostWrittenCoils = 1968;  // that one Modbus write carries; the driver sends coils in one request
 const int kStalePasses = 3;
 const qint64 kLeastStaleUs = 1000000;
@@ -34,7 +35,7 @@ struct Line::Parts {
     void digest(const LineEvent &event, qint64 nowUs);
     void checkPass(qint64 nowUs);
     void tell(const LineEvent &event);
-    int queued(int station);
+    int queued(const Variable &variable, int most);
 
     LineSettings settings;
     LineStatistics statistics;
@@ -60,11 +61,12 @@ Step Line::Parts::next(qint64 hostUs) {
             reads.retryRefused(nowUs);
             mayRetry = false;
         }
-        const bool mayFetch = loop.operations() > 0 || passes.isDue(nowUs);
+        const bool mayFetch = loop.queuedRequests() > 0 || passes.isDue(nowUs);
         Step step = loop.next(nowUs, mayFetch);
-        const QList<Elements> written = loop.takeWritten();
+        const QList<CallLoop::Written> written = loop.takeWritten();
         for (int i = 0; i < written.size(); ++i) {
-            states.writeStarted(written.at(i));
+            const CallLoop::Written &one = written.at(i);
+            one.done ? states.writeDone(one.elements) : states.writeStarted(one.elements);
         }
         const QList<LineEvent> news = loop.takeEvents();
         for (int i = 0; i < news.size(); ++i) {
@@ -125,9 +127,16 @@ void Line::Parts::tell(const LineEvent &event) {
     }
 }
 
-int Line::Parts::queued(int station) {
+// The number of a new operation that the driver cuts into requests; 0: too many are queued.
+int Line::Parts::queued(const Variable &variable, int most) {
+    const ReadLimits limits = readLimits(variable.elements.elemType, settings.frameLimit);
+    const bool bitInWord = variable.kind == BitValue && variable.elements.elemType != variable.elemType;
+    const int values = bitInWord ? variable.count : variable.elements.count / limits.elementsPerRead + 2;
+    if (loop.queuedRequests() + values > most) {
+        return 0;
+    }
     lastOperation = lastOperation == std::numeric_limits<int>::max() ? 1 : lastOperation + 1;
-    loop.operationQueued(lastOperation, station);
+    loop.operationQueued(lastOperation, variable.station, values);
     return lastOperation;
 }
 
@@ -162,28 +171,23 @@ int Line::watch(const QVector<Variable> &variables, qint64 nowUs) {
 }
 
 int Line::readOnce(const Variable &variable) {
-    const int pieces =
-        variable.elements.count / readLimits(variable.elements.elemType, parts_->settings.frameLimit).elementsPerRead +
-        2;
-    if (parts_->loop.operations() + pieces > kMostOperations) {
-        return 0;
+    const int operation = parts_->queued(variable, kMostReads);
+    if (operation != 0) {
+        RW_VAR record = readRecord(variable);
+        const RW_VAR own = parts_->port.ownRecord();
+        record.remoteMode = own.remoteMode;
+        record.nodeId = own.nodeId;
+        parts_->port.readOnce(operation, record);
     }
-    RW_VAR record = readRecord(variable);
-    const RW_VAR own = parts_->port.ownRecord();
-    record.remoteMode = own.remoteMode;
-    record.nodeId = own.nodeId;
-    const int operation = parts_->queued(variable.station);
-    parts_->port.readOnce(operation, record);
     return operation;
 }
 
 int Line::write(const Variable &variable, const QByteArray &values) {
     const bool coils = variable.kind == BitValue && variable.elements.elemType == variable.elemType;
-    if (parts_->loop.operations() >= kMostOperations || (coils && variable.count > kMostWrittenCoils)) {
-        return 0;
+    const int operation = coils && variable.count > kMostWrittenCoils ? 0 : parts_->queued(variable, kMostWrites);
+    if (operation != 0) {
+        parts_->port.write(operation, readRecord(variable), values);
     }
-    const int operation = parts_->queued(variable.station);
-    parts_->port.write(operation, readRecord(variable), values);
     return operation;
 }
 

@@ -97,15 +97,23 @@ void ValueStates::readFinished(const Elements &elements, bool good, int code, in
     }
 }
 
-void ValueStates::writeStarted(const Elements &elements) {
+void ValueStates::setUnsure(const Elements &elements, bool unsure) {
     if (elements.count < 1) {
         return;
     }
-    Segments *segments = cutOut(elements);
-    const int end = elements.address + elements.count;
-    for (Segments::iterator at = segments->lowerBound(elements.address); at != segments->end() && at.key() < end;
-         ++at) {
-        at.value().unsure = true;
+    const QList<Group> groups = elements.station == 0 ? groups_.keys() : QList<Group>() << groupOf(elements);
+    for (int i = 0; i < groups.size(); ++i) {
+        Elements written = elements;
+        written.station = int(groups.at(i) >> 32);
+        if (groupOf(written) != groups.at(i)) {
+            continue;  // of another type
+        }
+        Segments *segments = cutOut(written);
+        const int end = written.address + written.count;
+        Segments::iterator at = segments->lowerBound(written.address);
+        for (; at != segments->end() && at.key() < end; ++at) {
+            at.value().unsure = unsure;
+        }
     }
 }
 

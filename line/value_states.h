@@ -13,8 +13,10 @@ class ValueStates {
 public:
     /// A read of the elements is over at nowUs. good: their values are in the cache.
     void readFinished(const Elements &elements, bool good, int code, int exceptionCode, qint64 nowUs);
-    /// A write shows in the cache from now on, and nobody knows whether the controller has it: stale until read again.
-    void writeStarted(const Elements &elements);
+    /// A write shows in the cache from now on, and nobody knows whether the controller has it: stale until it is done
+    /// or read again. Station 0 is every station.
+    void writeStarted(const Elements &elements) { setUnsure(elements, true); }
+    void writeDone(const Elements &elements) { setUnsure(elements, false); }
     /// Forgets the elements that no variable covers, so that memory is bounded by what is watched.
     void keepOnly(const QVector<Variable> &variables);
 
@@ -35,6 +37,7 @@ private:
     static Group groupOf(const Elements &elements);
     static void cutAt(Segments *segments, int address);
     Segments *cutOut(const Elements &elements);
+    void setUnsure(const Elements &elements, bool unsure);
 
     QMap<Group, Segments> groups_;
 };
