@@ -283,6 +283,7 @@ void Soak::lookAt(const dravo::LineEvent &event) {
             requests_ += event.over || event.failure == dravo::LineEvent::None ? 1 : 0;
             if (!event.over && event.failure == dravo::LineEvent::None) {
                 bitWrites_.insert(requests_);
+                bitWrites_.erase(bitWrites_.begin(), bitWrites_.lower_bound(requests_ - 1000));
             }
             break;
         case dravo::LineEvent::Operation:
