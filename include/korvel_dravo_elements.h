@@ -61,6 +61,7 @@ enum { kElementTypeCount = sizeof kElementTypes / sizeof kElementTypes[0] };
 
 /// The row of a type code, null for a code outside 0 to 21.
 inline const ElementType *findElementType(int code) {
+    // NOLINTNEXTLINE(modernize-use-nullptr): hosts of C++98 read this too
     return code >= 0 && code < kElementTypeCount ? &kElementTypes[code] : 0;
 }
 

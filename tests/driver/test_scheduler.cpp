@@ -47,16 +47,14 @@ TEST_F(Scheduler, OutstandingRequestIsReplayed) {
     const Protocol *request = ComCommunication();
     fill(2, 2, 0);
     settings.cycleDone = 5;
-    PLC_driver.writeTimes = 3;
     EXPECT_EQ(ComCommunication(), request);
     EXPECT_EQ(request->frame, withCrc("0103 2329 0001"));
-    EXPECT_EQ(request->var.retValue, 5);
-    EXPECT_EQ(settings.cycleDone, 5);
-    EXPECT_EQ(PLC_driver.writeTimes, 3);
-    EXPECT_EQ(PLC_driver.protocolList.size(), 1);
-    EXPECT_EQ(listText(PLC_driver.readVarList), "9@1+1 9@1+1") << "stays at the head, marked";
-    EXPECT_EQ(PLC_driver.readVarList.at(0).retValue, -1);
+    EXPECT_EQ(request->var.retValue, 5) << "as it was";
+    EXPECT_EQ(PLC_driver.readVarList.at(0).retValue, -1) << "stays at the head, marked";
     EXPECT_EQ(PLC_driver.readVarList.at(1).retValue, 0);
+    EXPECT_EQ(settings.cycleDone, 5);
+    EXPECT_EQ(PLC_driver.writeTimes, 0);
+    EXPECT_EQ(PLC_driver.protocolList.size(), 1);
 }
 
 TEST_F(Scheduler, StationTable) {
