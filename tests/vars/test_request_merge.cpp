@@ -36,7 +36,7 @@ std::string cut(const Cutter &cutter, int type, int address, int count) {
     cutter.add(list, work);
     std::string text;
     for (const RW_VAR &var : static_cast<const QList<RW_VAR> &>(list)) {
-        text += std::to_string(var.address) + "+" + std::to_string(var.count) + " ";
+        text.append(std::to_string(var.address)).append("+").append(std::to_string(var.count)).append(" ");
     }
     return text;
 }
@@ -78,6 +78,7 @@ TEST(RequestMerge, RevisedEntryKeepsEverythingButItsCount) {
     function_rw_var_revise(list, work);
     EXPECT_EQ(listText(list), "1@5+5 13@255+1:1/1 13@256+2147483646:9/0");
     work.count = 3;
+    work.ownerId = 8;
     function_rw_var_revise(list, work);
     EXPECT_EQ(listText(list), "1@5+5 13@255+1:1/1 13@256+3:9/0");
 }
