@@ -46,11 +46,12 @@ TEST(RequestMerge, EveryTypeIsCutExactlyAtItsBound) {
         for (int type = -1; type < 23; ++type) {
             for (const int bound : {256, 1024, 2048, 8000}) {
                 SCOPED_TRACE(cutter.name + std::string(", type ") + std::to_string(type));
-                const std::string below = std::to_string(bound - 2), from = std::to_string(bound);
+                const std::string below = std::to_string(bound - 2), from = std::to_string(bound) + "+";
                 const bool isCut = type >= 0 && type < 22 && cutter.bounds[type] == bound;
                 EXPECT_EQ(cut(cutter, type, bound - 2, 2), below + "+2 ");
-                EXPECT_EQ(cut(cutter, type, bound - 2, 3), below + (isCut ? "+2 " + from + "+1 " : "+3 "));
-                EXPECT_EQ(cut(cutter, type, bound, 3), from + "+3 ");
+                const std::string parts = below + "+2 " + from + "1 ";
+                EXPECT_EQ(cut(cutter, type, bound - 2, 3), isCut ? parts : below + "+3 ");
+                EXPECT_EQ(cut(cutter, type, bound, 3), from + "3 ");
             }
         }
     }
