@@ -49,7 +49,8 @@ TEST(RequestMerge, EveryTypeIsCutExactlyAtItsBound) {
                 const std::string below = std::to_string(bound - 2), from = std::to_string(bound) + "+";
                 const bool isCut = type >= 0 && type < 22 && cutter.bounds[type] == bound;
                 EXPECT_EQ(cut(cutter, type, bound - 2, 2), below + "+2 ");
-                const std::string parts = below + "+2 " + from + "1 ";
+                std::string parts = below;
+                parts.append("+2 ").append(from).append("1 ");
                 EXPECT_EQ(cut(cutter, type, bound - 2, 3), isCut ? parts : below + "+3 ");
                 EXPECT_EQ(cut(cutter, type, bound, 3), from + "3 ");
             }
