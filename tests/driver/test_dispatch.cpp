@@ -32,6 +32,9 @@ TEST_F(Dispatch, RepliesToARead) {
     queueOnceRead("7@100+1");
     send();
     EXPECT_EQ(DataCom(nullptr, 7)->retValue, 41) << "null is an empty reply";
+    settings.localNode = 4;
+    queueOnceRead("7@100+1^4");
+    EXPECT_EQ(exchange(), 1) << "of the own node";
 }
 
 TEST_F(Dispatch, RetriesThenFailure) {
