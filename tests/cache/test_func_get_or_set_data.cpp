@@ -60,9 +60,9 @@ TEST_F(HostAccess, SettingsInTheWrites) {
     for (const RW_VAR &write : static_cast<const QList<RW_VAR> &>(PLC_driver.writeVarList)) {
         EXPECT_EQ(write.accessFlag, 1);
         EXPECT_EQ(write.remoteMode, 3);
-        EXPECT_EQ(write.retValue, 0);
-        EXPECT_EQ(write.param1, 0);
-        EXPECT_EQ(write.param2, 0);
+        for (const int zero : {write.retValue, write.param1, write.param2}) {
+            EXPECT_EQ(zero, 0);
+        }
         EXPECT_EQ(write.label, QString::fromLatin1("label"));
         EXPECT_EQ(write.addressText, QString::fromLatin1("7999"));
     }

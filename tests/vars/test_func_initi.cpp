@@ -93,8 +93,9 @@ TEST_F(Lists, RecordsAsTheyStandAreQueuedUnlessTheirCountIsImpossible) {
     for (const int count : {-2147483647 - 1, int(kMaxElementCount), kMaxElementCount + 1}) {
         restart();
         const bool possible = count <= kMaxElementCount;
-        const std::string text = "0/99@-5+" + std::to_string(count) + "=0102:3/4";
-        RW_VAR var = record(text);
+        RW_VAR var = record("0/99@-5+0=0102:3/4");
+        var.count = count;
+        const std::string twice = listText({var, var});
         for (const int size : {1, 2}) {
             EXPECT_EQ(AddListOnceReadVar(&var, 1), possible ? size : 0);
             EXPECT_EQ(AddListWriteVar(&var, 1), possible ? size : 0);
@@ -103,7 +104,7 @@ TEST_F(Lists, RecordsAsTheyStandAreQueuedUnlessTheirCountIsImpossible) {
         EXPECT_EQ(AddListWriteVar(&var, 0), possible ? 2 : 0) << "replaces the second";
         EXPECT_EQ(AddListWriteVar(&var, 2), possible ? 2 : 0) << "as any mode but 1";
         for (const auto &list : {PLC_driver.onceReadVarList, PLC_driver.writeVarList, PLC_driver.readVarList}) {
-            EXPECT_EQ(listText(list), possible ? text + " " + text : "");
+            EXPECT_EQ(listText(list), possible ? twice : "");
         }
     }
     restart();
