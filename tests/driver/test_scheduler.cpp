@@ -25,13 +25,7 @@ protected:
 };
 
 TEST_F(Scheduler, Order) {
-    const char kCases[] = R"(
-        lists                                       | writes | reads | cyclic | order
-        a cyclic read resets both counters          |      7 |     7 |      1 | WWWWWOOOOOCWWOOCC
-        so does an idle call, capped entries or not |      7 |     7 |      0 | WWWWWOOOOO-WWOO--
-        writes and cyclic reads                     |     11 |     0 |      1 | WWWWWCWWWWWCWCC
-        one-shot and cyclic reads                   |      0 |     6 |      1 | OOOOOCOCC)";
-    expectColumn(kCases, "order", [this](const TableRow &row) {
+    expectColumn(cases("driver/scheduler", "order"), "order", [this](const TableRow &row) {
         restart();
         fill(row.number("writes"), row.number("reads"), row.number("cyclic"));
         return served(row.text("order").size());
@@ -60,18 +54,8 @@ TEST_F(Scheduler, OutstandingRequestIsReplayed) {
 }
 
 TEST_F(Scheduler, StationTable) {
-    const char kCases[] = R"(
-        edit                  | station     | enable | disabled
-        disable               | 5           |      0 | 5
-        station 0             | 0           |      0 | 0 5
-        again                 | 5           |      0 | 0 5
-        no such edit          | 5           |      2 | 0 5
-        no such edit below    | 5           |     -1 | 0 5
-        enable an enabled one | 6           |      1 | 0 5
-        enable                | 5           |      1 | 0
-        any below 0: all      | -2147483648 |      7 |)";
     for (const auto edit : {&EnableEthernet, &EnCommStation}) {
-        expectColumn(kCases, "disabled", [edit](const TableRow &row) {
+        expectColumn(cases("driver/scheduler", "station table"), "disabled", [edit](const TableRow &row) {
             edit(row.number("station"), row.number("enable"));
             QStringList disabled;
             for (const int station : PLC_driver.stationMap.keys()) {

@@ -59,13 +59,7 @@ TEST(RequestMerge, EveryTypeIsCutExactlyAtItsBound) {
 }
 
 TEST(RequestMerge, NothingOverflows) {
-    const char kCases[] = R"(
-        read                     | given                     | entries
-        longest across the bound | 8@255+2147483647          | 8@255+1 8@256+2147483646
-        longest from far below   | 8@-2147483390+2147483647  | 8@-2147483390+2147483646 8@256+1
-        beyond the last address  | 2@2147483647+2147483647   | 2@2147483647+2147483647
-        furthest below           | 2@-2147483648+-2147483648 | 2@-2147483648+-2147483648)";
-    expectColumn(kCases, "entries", [](const TableRow &row) {
+    expectColumn(cases("vars/request_merge", "nothing overflows"), "entries", [](const TableRow &row) {
         QList<RW_VAR> list;
         RW_VAR work = record(row["given"]);
         function_rw_var_add_read(list, work);
