@@ -1,54 +1,25 @@
 // dravo-host: a host of the driver library for the command line.
 #include <QtCore/QCoreApplication>
-#include <clocale>
 #include <cstdio>
 
-#include "host/commands.h"
-#include "host/open_line.h"
-#include "host/record_output.h"
-#include "host/stop_signal.h"
-
-namespace {
-
-int usage(const QStringList &arguments, const QStringList &faults) {
-    for (const QString &fault : faults) {
-        fail(kExitUsage, fault);
-    }
-    const QString command = arguments.value(1);
-    const bool known = command == QLatin1String("monitor") || command == QLatin1String("read") ||
-                       command == QLatin1String("write") || command == QLatin1String("simulate");
-    std::fprintf(stderr, "Try 'dravo-host %s--help'.\n", known ? qUtf8Printable(command + QLatin1Char(' ')) : "");
-    return kExitUsage;
-}
-
-int run(const Options &options) {
-    switch (options.command) {
-        case Command::Monitor:
-            return runMonitor(options);
-        case Command::Read:
-            return runRead(options);
-        case Command::Write:
-            return runWrite(options);
-        case Command::Simulate:
-            return runSimulate(options);
-    }
-    return kExitUsage;
-}
-
-}  // namespace
+#include "host/commands/command_tree.h"
+#include "host/commands/exit_status.h"
+#include "host/pump/stop_signal.h"
 
 int main(int argc, char **argv) {
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("dravo-host"));
     QCoreApplication::setApplicationVersion(QStringLiteral(DRAVO_VERSION));
-    const QStringList arguments = QCoreApplication::arguments();
-    const ParsedOptions parsed = parseOptions(arguments);
-    if (!parsed.faults.isEmpty()) {
-        return usage(arguments, parsed.faults);
+    const CommandLine line = parseCommandLine(QCoreApplication::arguments());
+    if (!line.faults.isEmpty()) {
+        refuse(line.faults);
+        std::fprintf(stderr, "Try 'dravo-host %s%s--help'.\n", line.command != nullptr ? line.command->name : "",
+                     line.command != nullptr ? " " : "");
+        return kExitUsage;
     }
-    if (!parsed.text.isEmpty()) {
-        return writeOut(parsed.text.toLocal8Bit()) ? kExitDone : kExitFailed;
+    if (!line.text.isEmpty()) {
+        return print(line.text);
     }
     watchStopSignals();
-    return run(parsed.options);
+    return line.command->run(line.settings);
 }

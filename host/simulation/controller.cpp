@@ -29,38 +29,33 @@ int millisecondsUntil(Clock::time_point moment) {
 
 }  // namespace
 
-std::unique_ptr<Controller> Controller::start(int station, bool moving, std::string *error) {
-    std::optional<PseudoTerminal> terminal = PseudoTerminal::open(error);
-    if (!terminal) {
-        return nullptr;
+Failure Controller::start(int station, bool moving, std::unique_ptr<Controller> *controller) {
+    std::optional<PseudoTerminal> terminal;
+    if (Failure failure = PseudoTerminal::open(&terminal)) {
+        return failure;
     }
     const std::string name = "controller " + std::to_string(station);
-    const auto refused = [&](int reason) {
-        if (error != nullptr) {
-            *error = systemError(name, reason);
-        }
-        return nullptr;
-    };
     Server server(modbus_new_rtu(terminal->path().c_str(), kLinkBaud, 'N', 8, 1), &modbus_free);
     if (!server || modbus_set_slave(server.get(), station) != 0 || modbus_connect(server.get()) != 0) {
-        return refused(errno);
+        return Failure::ofSystem(name, errno);
     }
     // Before the server sends an exception it sleeps for the response timeout, which it has no other use for.
     modbus_set_response_timeout(server.get(), 0, 1);
 
-    std::unique_ptr<Controller> controller(new Controller(station, std::move(*terminal), std::move(server)));
-    if (!controller->memory_.mapping) {
-        return refused(ENOMEM);
+    std::unique_ptr<Controller> started(new Controller(station, std::move(*terminal), std::move(server)));
+    if (!started->memory_.mapping) {
+        return Failure::ofSystem(name, ENOMEM);
     }
-    if (!controller->stop_.open()) {
-        return refused(errno);
+    if (Failure failure = started->stop_.open()) {
+        return failure;
     }
     try {
-        controller->thread_ = startThread([server = controller.get(), moving] { server->serve(moving); });
+        started->thread_ = startThread([server = started.get(), moving] { server->serve(moving); });
     } catch (const std::system_error &failure) {
-        return refused(failure.code().value());
+        return Failure::ofSystem(name, failure.code().value());
     }
-    return controller;
+    *controller = std::move(started);
+    return Failure();
 }
 
 Controller::Controller(int station, PseudoTerminal terminal, Server server)

@@ -19,7 +19,7 @@ namespace simulation {
 
 class Controller {
 public:
-    static std::unique_ptr<Controller> start(int station, bool moving, std::string *error);
+    static Failure start(int station, bool moving, std::unique_ptr<Controller> *controller);
     ~Controller();
     Controller(const Controller &) = delete;
     Controller &operator=(const Controller &) = delete;

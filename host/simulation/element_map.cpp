@@ -1,6 +1,7 @@
 #include "host/simulation/element_map.h"
 
 #include <array>
+#include <limits>
 
 #include "host/simulation/controller_memory.h"
 
@@ -10,12 +11,12 @@ namespace {
 
 struct Area {
     ElementKind kind;
-    int first;       // where element 0 lies
-    int bound;       // first element of the second part; kOnePart: there is none
-    int boundFirst;  // where element bound lies
+    int first;           // where element 0 lies
+    std::int64_t bound;  // first element of the second part; kOnePart: there is none
+    int boundFirst;      // where element bound lies
 };
 
-constexpr int kOnePart = kAddressSpace;
+constexpr std::int64_t kOnePart = std::numeric_limits<std::int64_t>::max();
 
 constexpr std::array<Area, 22> kAreas{{
     {ElementKind::Coil, 1200, kOnePart, 0},       {ElementKind::Coil, 0, kOnePart, 0},

@@ -1,57 +1,51 @@
 // The text form of the faults: what an operator types on the command line.
 #include <QtCore/QStringList>
 #include <algorithm>
-#include <array>
 
-#include "host/simulation/simulated_line.h"
+#include "host/simulation/fault_table.h"
+
+using namespace simulation;
 
 namespace {
 
-struct FaultName {
-    const char *name;
-    FaultKind kind;
-};
+const char kSeed[] = "seed";
 
-constexpr std::array<FaultName, 7> kFaultNames{{
-    {"noreply", FaultKind::NoReply},
-    {"late", FaultKind::LateReply},
-    {"truncated", FaultKind::Truncated},
-    {"flip", FaultKind::FlippedBit},
-    {"wrongstation", FaultKind::WrongStation},
-    {"stray", FaultKind::StrayByte},
-    {"exception", FaultKind::ExceptionReply},
-}};
+const FaultRow *findFault(const QString &name) {
+    const std::vector<FaultRow> &faults = faultTable();
+    const auto found = std::find_if(faults.begin(), faults.end(),
+                                    [&name](const FaultRow &fault) { return name == QLatin1String(fault.name); });
+    return found != faults.end() ? &*found : nullptr;
+}
 
 /// Takes one item's value into options. @return what is wrong with it; empty: nothing.
-QString takeItem(const QString &name, const QString &value, SimulatedLineOptions &options) {
+QString takeItem(const QString &name, const QString &value, SimulatedLineOptions *options) {
     bool ok = false;
-    if (name == QLatin1String("dead")) {
-        options.deadStation = value.toInt(&ok);
-        return ok && options.deadStation >= 1 && options.deadStation <= 247
-                   ? QString()
-                   : QStringLiteral("'%1' is not a station from 1 to 247").arg(value);
-    }
-    if (name == QLatin1String("seed")) {
-        options.seed = value.toUInt(&ok);
+    if (name == QLatin1String(kSeed)) {
+        options->seed = value.toUInt(&ok);
         return ok ? QString() : QStringLiteral("'%1' is not a seed from 0 to 4294967295").arg(value);
     }
-    const auto fault = std::find_if(kFaultNames.begin(), kFaultNames.end(),
-                                    [&name](const FaultName &known) { return name == QLatin1String(known.name); });
-    if (fault == kFaultNames.end()) {
+    const FaultRow *fault = findFault(name);
+    if (fault == nullptr) {
         return QStringLiteral("there is no such fault");
+    }
+    if (fault->stage == FaultStage::Setting) {
+        options->deadStation = value.toInt(&ok);
+        return ok && options->deadStation >= 1 && options->deadStation <= 247
+                   ? QString()
+                   : QStringLiteral("'%1' is not a station from 1 to 247").arg(value);
     }
     const double probability = value.toDouble(&ok);
     if (!ok || !(probability >= 0.0 && probability <= 1.0)) {
         return QStringLiteral("'%1' is not a probability from 0 to 1").arg(value);
     }
-    options.faults.push_back({fault->kind, probability});
+    options->faults.push_back({fault->kind, probability});
     return QString();
 }
 
 }  // namespace
 
-bool parseFaults(const QString &text, SimulatedLineOptions &options, QString *error) {
-    SimulatedLineOptions parsed = options;
+Failure parseFaults(const QString &text, SimulatedLineOptions *options) {
+    SimulatedLineOptions parsed = *options;
     parsed.faults.clear();
     QStringList seen;
     QStringList complaints;
@@ -65,19 +59,28 @@ bool parseFaults(const QString &text, SimulatedLineOptions &options, QString *er
         } else if (seen.contains(name)) {
             complaint = QStringLiteral("it is named twice");
         } else {
-            complaint = takeItem(name, item.mid(equals + 1).trimmed(), parsed);
+            complaint = takeItem(name, item.mid(equals + 1).trimmed(), &parsed);
         }
         if (!complaint.isEmpty()) {
             complaints << QStringLiteral("fault '%1': %2").arg(item.trimmed(), complaint);
         }
         seen << name;
     }
-    if (!complaints.isEmpty()) {
-        if (error != nullptr) {
-            *error = complaints.join(QStringLiteral("; "));
-        }
-        return false;
+    if (complaints.isEmpty()) {
+        *options = parsed;
     }
-    options = parsed;
-    return true;
+    return Failure(complaints.join(QStringLiteral("; ")).toStdString());
+}
+
+QString faultListHelp() {
+    QString help;
+    const auto addLine = [&help](const char *name, const char *value, const char *meaning) {
+        help += QStringLiteral("%1=%2").arg(QLatin1String(name), QLatin1String(value)).leftJustified(15) +
+                QLatin1Char(' ') + QLatin1String(meaning) + QLatin1Char('\n');
+    };
+    for (const FaultRow &fault : faultTable()) {
+        addLine(fault.name, fault.value, fault.help);
+    }
+    addLine(kSeed, "N", "another course of faults (1)");
+    return help;
 }

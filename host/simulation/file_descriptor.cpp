@@ -3,7 +3,7 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
-#include <system_error>
+#include <cerrno>
 #include <utility>
 
 namespace simulation {
@@ -23,18 +23,13 @@ int FileDescriptor::release() {
     return std::exchange(number_, -1);
 }
 
-bool StopFlag::open() {
+Failure StopFlag::open() {
     event_ = FileDescriptor(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
-    return event_.isOpen();
+    return event_.isOpen() ? Failure() : Failure::ofSystem("event", errno);
 }
 
 void StopFlag::raise() const {
     ::eventfd_write(event_.get(), 1);  // nobody reads it, so it stays raised
-}
-
-std::string systemError(const std::string &what, int errorNumber) {
-    // The category's text is strerror's, without its shared buffer.
-    return what + ": " + std::generic_category().message(errorNumber);
 }
 
 }  // namespace simulation

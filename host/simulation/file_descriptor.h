@@ -1,8 +1,8 @@
-// A file descriptor that closes itself, and the one error text of this folder.
+// A file descriptor that closes itself, and a flag to wait for.
 #ifndef DRAVO_FILE_DESCRIPTOR_H
 #define DRAVO_FILE_DESCRIPTOR_H
 
-#include <string>
+#include "host/simulation/failure.h"
 
 namespace simulation {
 
@@ -24,16 +24,13 @@ private:
 /// A flag that poll() can wait for; raising it wakes every waiter, once and for all.
 class StopFlag {
 public:
-    bool open();  // false: errno has the reason
+    Failure open();
     void raise() const;
     int descriptor() const { return event_.get(); }
 
 private:
     FileDescriptor event_;
 };
-
-/// "what: reason" with the system's reason for error number errorNumber.
-std::string systemError(const std::string &what, int errorNumber);
 
 }  // namespace simulation
 

@@ -2,17 +2,6 @@
 
 namespace simulation {
 
-namespace {
-
-constexpr int kHighestStation = 247;
-
-std::uint8_t otherStation(std::uint8_t station, unsigned draw)  // draw: 0 to kHighestStation - 2
-{
-    return static_cast<std::uint8_t>((station + draw) % kHighestStation + 1U);
-}
-
-}  // namespace
-
 LineFaults::LineFaults(const std::vector<LineFault> &faults, std::uint32_t seed) : generator_(seed) {
     for (const LineFault &fault : faults) {
         probabilities_[static_cast<std::size_t>(fault.kind)] = fault.probability;
@@ -24,41 +13,28 @@ void LineFaults::drawNext() {
     for (std::size_t kind = 0; kind < drawn_.size(); ++kind) {
         drawn_[kind] = draw(generator_) < probabilities_[kind];
     }
-    requestLost_ = below(2) == 0;
+    losesRequests_ = drawBelow(2) == 0;
 }
 
-bool LineFaults::strikes(FaultKind kind) {
-    const auto index = static_cast<std::size_t>(kind);
-    if (drawn_[index]) {
-        ++counts_[index];
+void LineFaults::strike(FaultStage stage, FaultyExchange *exchange) {
+    for (const FaultRow &fault : faultTable()) {
+        const auto kind = static_cast<std::size_t>(fault.kind);
+        if (fault.stage == stage && drawn_[kind] &&
+            fault.strike(*exchange, [this](std::size_t end) { return drawBelow(end); })) {
+            ++counts_[kind];
+        }
     }
-    return drawn_[index];
+    exchange->requestLost = exchange->replyLost && losesRequests_;
 }
 
-std::uint8_t LineFaults::drawExceptionCode() {
-    return static_cast<std::uint8_t>(kIllegalFunction + below(kDeviceFailure));
+bool LineFaults::losesBroadcast() {
+    const auto kind = static_cast<std::size_t>(FaultKind::NoReply);
+    const bool lost = drawn_[kind] && losesRequests_;
+    counts_[kind] += lost ? 1 : 0;
+    return lost;
 }
 
-Bytes LineFaults::distorted(Bytes reply) {
-    if (strikes(FaultKind::WrongStation)) {
-        reply[0] = otherStation(reply[0], below(kHighestStation - 1));
-        reply.resize(reply.size() - 2);
-        appendCrc(reply);  // so that nothing but the station is wrong
-    }
-    if (strikes(FaultKind::FlippedBit)) {
-        const unsigned bit = below(reply.size() * 8);
-        reply[bit / 8] = static_cast<std::uint8_t>(reply[bit / 8] ^ 1U << bit % 8);
-    }
-    if (strikes(FaultKind::Truncated)) {
-        reply.resize(1 + below(reply.size() - 1));  // something is left: no reply at all is another fault
-    }
-    if (strikes(FaultKind::StrayByte)) {
-        reply.insert(reply.begin(), static_cast<std::uint8_t>(below(256)));
-    }
-    return reply;
-}
-
-unsigned LineFaults::below(std::size_t end) {
+unsigned LineFaults::drawBelow(std::size_t end) {
     return std::uniform_int_distribution<unsigned>(0, static_cast<unsigned>(end - 1))(generator_);
 }
 

@@ -1,4 +1,4 @@
-// Which faults strike an exchange, and what they do to its reply. One thread, the relay's; count() from any.
+// Which faults strike an exchange, and how often each has struck. One thread, the relay's; count() from any.
 #ifndef DRAVO_LINE_FAULTS_H
 #define DRAVO_LINE_FAULTS_H
 
@@ -6,8 +6,7 @@
 #include <atomic>
 #include <random>
 
-#include "host/simulation/line_frame.h"
-#include "host/simulation/simulated_line.h"
+#include "host/simulation/fault_table.h"
 
 namespace simulation {
 
@@ -17,24 +16,20 @@ public:
 
     /// Draws the faults of the next exchange. Each kind is drawn whether or not another one struck before it.
     void drawNext();
-    /// Asks whether a fault of the exchange changes it, at the moment when it would, and counts it if so.
-    bool strikes(FaultKind kind);
-    /// For an exchange without reply: whether its request was lost as well.
-    bool requestLost() const { return requestLost_; }
-
-    std::uint8_t drawExceptionCode();
-    /// The reply as it leaves the line: with the faults that alter its bytes.
-    Bytes distorted(Bytes reply);
+    /// Lets the faults of a stage strike, and counts those that change the exchange.
+    void strike(FaultStage stage, FaultyExchange *exchange);
+    /// For a request that nobody answers: whether it is lost. Counted like any other loss.
+    bool losesBroadcast();
 
     void countDead() { ++counts_[static_cast<std::size_t>(FaultKind::DeadStation)]; }
     std::uint64_t count(FaultKind kind) const { return counts_[static_cast<std::size_t>(kind)]; }
 
 private:
-    unsigned below(std::size_t end);  // 0 to end - 1
+    unsigned drawBelow(std::size_t end);
 
     std::array<double, kFaultKinds> probabilities_{};
     std::array<bool, kFaultKinds> drawn_{};
-    bool requestLost_ = false;
+    bool losesRequests_ = false;  // of this exchange: a lost answer is a lost request
     std::mt19937 generator_;
     std::array<std::atomic<std::uint64_t>, kFaultKinds> counts_{};
 };

@@ -7,6 +7,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <utility>
 
 namespace simulation {
 
@@ -23,29 +24,24 @@ bool makeRaw(int descriptor) {
 
 }  // namespace
 
-std::optional<PseudoTerminal> PseudoTerminal::open(std::string *error) {
-    PseudoTerminal terminal;
+Failure PseudoTerminal::open(std::optional<PseudoTerminal> *terminal) {
+    PseudoTerminal opened;
     std::array<char, 64> path{};
-    const auto refused = [error](int reason) {
-        if (error != nullptr) {
-            *error = systemError("pseudo-terminal", reason);
-        }
-        return std::nullopt;
-    };
-    terminal.relayEnd_ = FileDescriptor(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
-    if (!terminal.relayEnd_.isOpen() || ::grantpt(terminal.descriptor()) != 0 ||
-        ::unlockpt(terminal.descriptor()) != 0) {
-        return refused(errno);
+    const std::string name = "pseudo-terminal";
+    opened.relayEnd_ = FileDescriptor(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
+    if (!opened.relayEnd_.isOpen() || ::grantpt(opened.descriptor()) != 0 || ::unlockpt(opened.descriptor()) != 0) {
+        return Failure::ofSystem(name, errno);
     }
-    if (const int reason = ::ptsname_r(terminal.descriptor(), path.data(), path.size()); reason != 0) {
-        return refused(reason);
+    if (const int reason = ::ptsname_r(opened.descriptor(), path.data(), path.size()); reason != 0) {
+        return Failure::ofSystem(name, reason);
     }
-    terminal.path_ = path.data();
-    terminal.deviceEnd_ = FileDescriptor(::open(path.data(), O_RDWR | O_NOCTTY | O_CLOEXEC));
-    if (!terminal.deviceEnd_.isOpen() || !makeRaw(terminal.deviceEnd_.get())) {
-        return refused(errno);
+    opened.path_ = path.data();
+    opened.deviceEnd_ = FileDescriptor(::open(path.data(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+    if (!opened.deviceEnd_.isOpen() || !makeRaw(opened.deviceEnd_.get())) {
+        return Failure::ofSystem(name, errno);
     }
-    return terminal;
+    *terminal = std::move(opened);
+    return Failure();
 }
 
 void PseudoTerminal::read(Bytes &bytes) const {

@@ -12,7 +12,7 @@ namespace simulation {
 
 class PseudoTerminal {
 public:
-    static std::optional<PseudoTerminal> open(std::string *error);
+    static Failure open(std::optional<PseudoTerminal> *terminal);
 
     const std::string &path() const { return path_; }
     int descriptor() const { return relayEnd_.get(); }

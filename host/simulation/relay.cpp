@@ -117,9 +117,9 @@ void Relay::serve(MasterPort &port, const Bytes &frame) {
             broadcast(request);
             return;
         }
-        const Bytes reply = exchange(stationOf(request), request);
-        if (!reply.empty()) {
-            port.reply(reply, faults_.strikes(FaultKind::LateReply) ? asked + lateBy_ : asked);
+        const FaultyExchange done = exchange(stationOf(request), request);
+        if (!done.reply.empty()) {
+            port.reply(done.reply, done.late ? asked + lateBy_ : asked);
         }
     };
     // The CRC first: it is the stronger sign. Frames for every node are served: the line leads to one node, whatever
@@ -133,31 +133,36 @@ void Relay::serve(MasterPort &port, const Bytes &frame) {
     }
 }
 
-/// One request to one station. @return the reply with its faults; empty when none comes.
+/// One request to one station, with its faults. The reply is empty when none comes.
 template <class Request>
-Bytes Relay::exchange(int station, const Request &request) {
+FaultyExchange Relay::exchange(int station, const Request &request) {
+    FaultyExchange exchange;
     const auto controller = controllers_.find(station);
     if (controller == controllers_.end()) {
-        return {};
+        return exchange;
     }
     if (station == deadStation_) {
         faults_.countDead();
-        return {};
+        return exchange;
     }
-    const bool noReply = faults_.strikes(FaultKind::NoReply);
-    if (noReply && faults_.requestLost()) {
-        return {};
+    faults_.strike(FaultStage::Request, &exchange);
+    if (!exchange.requestLost) {
+        exchange.reply = exchange.exceptionCode != 0 ? refusal(request, exchange.exceptionCode)
+                                                     : carryOut(request, *controller->second, stop_);
     }
-    const bool refused = !noReply && faults_.strikes(FaultKind::ExceptionReply);
-    const Bytes reply =
-        refused ? refusal(request, faults_.drawExceptionCode()) : carryOut(request, *controller->second, stop_);
-    return noReply || reply.empty() ? Bytes() : faults_.distorted(reply);
+    if (exchange.replyLost) {
+        exchange.reply.clear();
+    }
+    if (!exchange.reply.empty()) {
+        faults_.strike(FaultStage::Reply, &exchange);
+    }
+    return exchange;
 }
 
 /// One request to every station. Of all faults only the loss of the request can be seen.
 template <class Request>
 void Relay::broadcast(const Request &request) {
-    if (faults_.requestLost() && faults_.strikes(FaultKind::NoReply)) {
+    if (faults_.losesBroadcast()) {
         return;
     }
     for (const auto &[station, controller] : controllers_) {

@@ -33,7 +33,7 @@ private:
     bool serveOne();
     void serve(MasterPort &port, const Bytes &frame);
     template <class Request>
-    Bytes exchange(int station, const Request &request);
+    FaultyExchange exchange(int station, const Request &request);
     template <class Request>
     void broadcast(const Request &request);
 

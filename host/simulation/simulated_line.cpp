@@ -1,7 +1,6 @@
 #include "host/simulation/simulated_line.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <set>
 #include <system_error>
 #include <thread>
@@ -28,43 +27,42 @@ bool isStation(int number) {
     return number >= 1 && number <= 247;
 }
 
-/// What is wrong with the options; empty: nothing.
-std::string complaint(const SimulatedLineOptions &options) {
+Failure checkOptions(const SimulatedLineOptions &options) {
     const std::set<int> stations(options.stations.begin(), options.stations.end());
     if (stations.empty()) {
-        return "a line needs at least one station";
+        return Failure("a line needs at least one station");
     }
     if (!std::all_of(stations.begin(), stations.end(), isStation)) {
-        return "a station is a number from 1 to 247";
+        return Failure("a station is a number from 1 to 247");
     }
     if (stations.size() != options.stations.size()) {
-        return "a station is named twice";
+        return Failure("a station is named twice");
     }
     if (options.deadStation != 0 && stations.count(options.deadStation) == 0) {
-        return "the dead station " + std::to_string(options.deadStation) + " is not on the line";
+        return Failure("the dead station " + std::to_string(options.deadStation) + " is not on the line");
     }
     if (options.baud <= 0) {
-        return "the baud rate must be positive";
+        return Failure("the baud rate must be positive");
     }
     if (options.lateBy < std::chrono::milliseconds::zero() || options.lateBy > std::chrono::hours(1)) {
-        return "a late reply comes after 0 milliseconds to one hour";
+        return Failure("a late reply comes after 0 milliseconds to one hour");
     }
     if (options.remoteNode < -1 || options.remoteNode > 255) {
-        return "a remote node is a number from 0 to 255";
+        return Failure("a remote node is a number from 0 to 255");
     }
     std::set<FaultKind> kinds;
     for (const LineFault &fault : options.faults) {
         if (fault.kind == FaultKind::DeadStation) {
-            return "a dead station is named by its number";
+            return Failure("a dead station is named by its number");
         }
         if (!(fault.probability >= 0.0 && fault.probability <= 1.0)) {
-            return "a fault's probability is from 0 to 1";
+            return Failure("a fault's probability is from 0 to 1");
         }
         if (!kinds.insert(fault.kind).second) {
-            return "a fault is named twice";
+            return Failure("a fault is named twice");
         }
     }
-    return {};
+    return Failure();
 }
 
 }  // namespace
@@ -98,47 +96,37 @@ struct SimulatedLine::Parts {
     std::thread thread;
 };
 
-std::unique_ptr<SimulatedLine> SimulatedLine::start(const SimulatedLineOptions &options, std::string *error) {
-    std::string reason = complaint(options);
-    const auto refused = [&] {
-        if (error != nullptr) {
-            *error = reason;
-        }
-        return nullptr;
-    };
-    if (!reason.empty()) {
-        return refused();
+Failure SimulatedLine::start(const SimulatedLineOptions &options, std::unique_ptr<SimulatedLine> *line) {
+    if (Failure failure = checkOptions(options)) {
+        return failure;
     }
-
     Controllers controllers;
     for (const int station : options.stations) {
-        std::unique_ptr<Controller> controller = Controller::start(station, options.moving, &reason);
-        if (!controller) {
-            return refused();
+        if (Failure failure = Controller::start(station, options.moving, &controllers[station])) {
+            return failure;
         }
-        controllers.emplace(station, std::move(controller));
     }
-    std::optional<PseudoTerminal> first = PseudoTerminal::open(&reason);
-    std::optional<PseudoTerminal> second = first ? PseudoTerminal::open(&reason) : std::nullopt;
-    if (!second) {
-        return refused();
-    }
-
     const FrameRules rules{frameSilence(options.baud), options.remoteNode >= 0};
+    std::optional<PseudoTerminal> first;
+    std::optional<PseudoTerminal> second;
+    for (std::optional<PseudoTerminal> *terminal : {&first, &second}) {
+        if (Failure failure = PseudoTerminal::open(terminal)) {
+            return failure;
+        }
+    }
     auto parts = std::make_unique<Parts>(
         options, std::move(controllers),
         std::array<MasterPort, 2>{MasterPort(std::move(*first), rules), MasterPort(std::move(*second), rules)});
-    if (!parts->stop.open()) {
-        reason = systemError("relay", errno);
-        return refused();
+    if (Failure failure = parts->stop.open()) {
+        return failure;
     }
     try {
         parts->thread = startThread([relay = &parts->relay] { relay->run(); });
     } catch (const std::system_error &failure) {
-        reason = systemError("relay", failure.code().value());
-        return refused();
+        return Failure::ofSystem("relay", failure.code().value());
     }
-    return std::unique_ptr<SimulatedLine>(new SimulatedLine(std::move(parts)));
+    line->reset(new SimulatedLine(std::move(parts)));
+    return Failure();
 }
 
 SimulatedLine::SimulatedLine(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}

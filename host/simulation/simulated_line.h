@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "host/simulation/failure.h"
+
 /// What can go wrong with one exchange. The faults of an exchange are drawn independently of each other.
 enum class FaultKind {
     NoReply,         // even odds: the request is lost and not carried out, or only its reply is lost
@@ -23,7 +25,7 @@ enum class FaultKind {
     ExceptionReply,  // the request is refused with an exception and not carried out
     DeadStation,     // counted only: which station is dead is said by SimulatedLineOptions::deadStation
 };
-constexpr int kFaultKinds = 8;
+constexpr int kFaultKinds = 8;  // how each is written and what it does: fault_table.cpp
 
 struct LineFault {
     FaultKind kind;
@@ -44,8 +46,8 @@ struct SimulatedLineOptions {
 
 class SimulatedLine {
 public:
-    /// Starts the line. @return null when an option is unusable or the system refuses; error then holds the reason.
-    static std::unique_ptr<SimulatedLine> start(const SimulatedLineOptions &options, std::string *error);
+    /// Starts the line. Fails when an option is unusable or the system refuses.
+    static simulation::Failure start(const SimulatedLineOptions &options, std::unique_ptr<SimulatedLine> *line);
     /// Stops the threads and closes the devices, at once.
     ~SimulatedLine();
     SimulatedLine(const SimulatedLine &) = delete;
@@ -72,9 +74,11 @@ private:
     std::unique_ptr<Parts> parts_;
 };
 
-/// Reads a list of faults such as "noreply=0.1,late=0.05,truncated=0.05,flip=0.05,wrongstation=0.05,stray=0.05,
-/// exception=0.05,dead=3,seed=7" into the faults, deadStation and seed of options; an empty text names none.
-/// @return false: options is unchanged and error names every bad item.
-bool parseFaults(const QString &text, SimulatedLineOptions &options, QString *error);
+/// Reads a list of faults such as "noreply=0.1,late=0.05,dead=3,seed=7" into the faults, deadStation and seed of
+/// options; an empty text names none. A failure names every bad item and leaves options as they are.
+simulation::Failure parseFaults(const QString &text, SimulatedLineOptions *options);
+
+/// What such a list may name: "noreply=P  what it does", a line each.
+QString faultListHelp();
 
 #endif

@@ -50,9 +50,8 @@ protected:
         options.stations = {1, 2};
         options.remoteNode = 9;
         options.moving = false;
-        std::string error;
-        line = SimulatedLine::start(options, &error);
-        ASSERT_TRUE(line) << error;
+        const simulation::Failure failure = SimulatedLine::start(options, &line);
+        ASSERT_FALSE(failure) << failure.text();
         for (int station : {1, 2}) {
             for (int i = 0; i < 65536; ++i) {
                 line->setCoil(station, i, (i * 7 + i / 5 + station) % 3 == 0);
@@ -169,6 +168,10 @@ TEST_F(AllClasses, FailuresAndUsageErrorsHaveTheirOwnStatus) {
     EXPECT_EQ(exitCode, 1);
     run({"read", "7", "12x"});
     EXPECT_EQ(exitCode, 2);
+    QProcess unheard;
+    unheard.setStandardOutputFile("/dev/full");
+    unheard.start(DRAVO_HOST_PROGRAM, {"--version"});
+    EXPECT_TRUE(unheard.waitForFinished() && unheard.exitCode() == 1);
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 #include <random>
 
 #include "e2e/faulty_line_model.h"
-#include "host/serial_link.h"
+#include "host/pump/serial_link.h"
 #include "korvel_dravo_port.h"
 #include "support/frame_text.h"
 
@@ -51,9 +51,8 @@ protected:
                           {FaultKind::Truncated, 0.03},     {FaultKind::FlippedBit, 0.04},
                           {FaultKind::StrayByte, 0.04},     {FaultKind::WrongStation, 0.04},
                           {FaultKind::ExceptionReply, 0.04}};
-        std::string error;
-        line = SimulatedLine::start(options, &error);
-        ASSERT_TRUE(line) << error;
+        const simulation::Failure refused = SimulatedLine::start(options, &line);
+        ASSERT_FALSE(refused) << refused.text();
         watch = std::make_unique<MemoryWatch>(*line);
         for (int station : options.stations) {
             for (const Area &area : kAreas) {
@@ -69,7 +68,8 @@ protected:
         settings.device = QString::fromStdString(line->device());
         settings.timeoutMs = kTimeoutMs;
         settings.baud = 115200;  // shorter gaps between the frames
-        ASSERT_TRUE(link.open(settings)) << link.openError().toStdString();
+        const Failure failure = link.open(settings);
+        ASSERT_FALSE(failure) << failure.text().toStdString();
         comInfo.maxGroupLength = 6;
         comInfo.useVarStation = 1;
         comInfo.retryTimes = kRetries;

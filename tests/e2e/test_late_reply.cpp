@@ -2,7 +2,7 @@
 // reply says that it answers an earlier request. The link must never hand one on as the answer to another request.
 #include <gtest/gtest.h>
 
-#include "host/serial_link.h"
+#include "host/pump/serial_link.h"
 #include "host/simulation/simulated_line.h"
 #include "support/frame_text.h"
 
@@ -16,9 +16,9 @@ TEST(SerialLink, NeverTakesALateReplyForAnotherRequest) {
     options.moving = false;
     options.lateBy = std::chrono::milliseconds(kTimeoutMs + kTimeoutMs / 4);
     options.faults = {{FaultKind::LateReply, 0.5}};
-    std::string error;
-    const std::unique_ptr<SimulatedLine> line = SimulatedLine::start(options, &error);
-    ASSERT_TRUE(line) << error;
+    std::unique_ptr<SimulatedLine> line;
+    const simulation::Failure refused = SimulatedLine::start(options, &line);
+    ASSERT_FALSE(refused) << refused.text();
     for (int address = 0; address < 16; ++address) {
         line->setHoldingRegister(1, address, quint16(0x4100 + address));
     }
@@ -27,7 +27,8 @@ TEST(SerialLink, NeverTakesALateReplyForAnotherRequest) {
     LineSettings settings;
     settings.device = QString::fromStdString(line->device());
     settings.timeoutMs = kTimeoutMs;
-    ASSERT_TRUE(link.open(settings)) << link.openError().toStdString();
+    const Failure failure = link.open(settings);
+    ASSERT_FALSE(failure) << failure.text().toStdString();
     int answered = 0;
     for (int i = 0; i < 24; ++i) {
         const int address = i % 16;

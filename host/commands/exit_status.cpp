@@ -1,0 +1,26 @@
+#include "host/commands/exit_status.h"
+
+#include <cstdio>
+
+#include "host/screen/output.h"
+
+int fail(ExitStatus status, const Failure &failure) {
+    std::fprintf(stderr, "dravo-host: %s\n", failure.text().toLocal8Bit().constData());
+    return status;
+}
+
+int refuse(const QStringList &faults) {
+    for (const QString &fault : faults) {
+        fail(kExitUsage, Failure(fault));
+    }
+    return kExitUsage;
+}
+
+int print(const QString &text) {
+    Output output;
+    const Failure failure = output.write(text.toLocal8Bit());
+    if (failure && !output.readerGone()) {
+        fail(kExitFailed, failure);
+    }
+    return failure ? kExitFailed : kExitDone;
+}

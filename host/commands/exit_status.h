@@ -1,0 +1,20 @@
+// How the program ends and what it says then. Main thread.
+#ifndef DRAVO_HOST_COMMANDS_EXIT_STATUS_H
+#define DRAVO_HOST_COMMANDS_EXIT_STATUS_H
+
+#include <QtCore/QStringList>
+
+#include "host/failure.h"
+
+enum ExitStatus { kExitDone = 0, kExitFailed = 1, kExitUsage = 2, kExitPort = 3 };
+
+/// What went wrong, on standard error. @return status.
+int fail(ExitStatus status, const Failure &failure);
+/// Every fault on a line of its own. @return kExitUsage.
+int refuse(const QStringList &faults);
+
+/// Writes text to standard output. @return kExitDone, or kExitFailed when it could not be written: said aloud unless
+/// the reader has gone.
+int print(const QString &text);
+
+#endif  // DRAVO_HOST_COMMANDS_EXIT_STATUS_H

@@ -1,0 +1,115 @@
+// monitor: watches the variables of a tag list.
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "host/commands/command.h"
+#include "host/commands/exit_status.h"
+#include "host/commands/line_options.h"
+#include "host/commands/monitor.h"
+#include "host/commands/open_line.h"
+#include "host/tags/tag_list.h"
+
+namespace {
+
+constexpr Bounds kPasses{1, 1000000000};
+constexpr Bounds kPeriodMs{0, 3600000};
+constexpr int kDemoPasses = 5;
+constexpr int kDemoPeriodMs = 200;
+
+/// The options with what depends on line and terminal filled in.
+Options settled(Options options, bool live) {
+    const bool simulated = options.line.device.isEmpty();
+    if (!options.periodMs) {
+        options.periodMs = simulated ? kDemoPeriodMs : 0;
+    }
+    if (simulated && !live && !options.passes && !options.seconds && isatty(STDOUT_FILENO) == 0) {
+        options.passes = kDemoPasses;
+    }
+    return options;
+}
+
+std::set<int> stationsOf(const QVector<Variable> &variables) {
+    std::set<int> stations;
+    for (const Variable &variable : variables) {
+        stations.insert(variable.station);
+    }
+    return stations;
+}
+
+// Records for programs stay clean: their statistics go to standard error.
+void closingWords(const MonitorModel &model, std::optional<RecordFormat> format) {
+    std::FILE *out = format == RecordFormat::Csv || format == RecordFormat::Json ? stderr : stdout;
+    for (const QString &line : model.statisticsLines()) {
+        std::fprintf(out, "%s\n", line.toLocal8Bit().constData());
+    }
+    std::fflush(out);
+}
+
+void addOptions(OptionSet *options, Options *settings) {
+    options->addText("tags", "FILE", &settings->tagFile, QStringLiteral("The tag list (a built-in sample)."));
+    options->addNumber("passes", "N", kPasses, &settings->passes,
+                       QStringLiteral("Stop after so many passes over the variables."));
+    options->addNumber(
+        "seconds", "N", kSeconds, &settings->seconds,
+        QStringLiteral("Stop after so many seconds. Without either, a run on the simulated line without a terminal "
+                       "stops after %1 passes; any other goes on.")
+            .arg(kDemoPasses));
+    options->exclude("passes", "seconds", QStringLiteral("--passes and --seconds exclude each other"));
+    options->addChoice<RecordFormat>(
+        "format", {{"table", RecordFormat::Table}, {"csv", RecordFormat::Csv}, {"json", RecordFormat::Json}},
+        &settings->format, QStringLiteral("Records in this form instead of the live screen."));
+    options->addNumber(
+        "period", "MS", kPeriodMs, &settings->periodMs,
+        QStringLiteral("Least time from the start of a pass to the next (%1 on the simulated line, 0 on a port).")
+            .arg(kDemoPeriodMs));
+    addLineOptions(options, settings);
+    addSimulationOptions(options, settings);
+}
+
+int run(const Options &given) {
+    const TagList tags = loadTagList(given.tagFile);
+    if (!tags.faults.isEmpty()) {
+        return refuse(tags.faults);
+    }
+    OpenLine line;
+    if (Failure failure = line.open(given, stationsOf(tags.variables))) {
+        return fail(kExitPort, failure);
+    }
+    std::optional<Screen> screen;
+    if (!given.format && isatty(STDOUT_FILENO) != 0 && isatty(STDIN_FILENO) != 0) {
+        screen.emplace();
+    }
+    const bool live = screen && screen->isOpen();
+    const Options settings = settled(given, live);
+    Monitor monitor(settings, tags.variables, &line.link, live ? &*screen : nullptr);
+    const Failure brokenOff = monitor.run();
+    screen.reset();
+    if (!monitor.readerGone()) {
+        closingWords(monitor.model(), settings.format);
+        if (brokenOff) {
+            return fail(kExitFailed, brokenOff);
+        }
+    }
+    return monitor.model().anyFailed() ? kExitFailed : kExitDone;
+}
+
+}  // namespace
+
+static_assert(kMaxValues == 2000, "named in the description");
+
+const Command kMonitorCommand{
+    "monitor",
+    "Watch the values of a tag list",
+    "Reads the variables of a tag list over and over and shows each value with its age and state: fresh, stale (older "
+    "than three passes and at least 3 seconds), never read, or failing with the result code and its meaning. A value "
+    "never read is shown as '-'.\n"
+    "\n"
+    "On a terminal the values stand on a live screen: arrow keys select, w writes the selected value, q or Ctrl-C "
+    "leaves. Otherwise, or when --format is given, there is one record per value and pass.\n"
+    "\n"
+    "The tag list is CSV with the header line label,type,address,station,count; count is in bits, registers or 32-bit "
+    "values, 1 to 2000. Bits are shown as 0 or 1, everything else as unsigned decimal numbers.",
+    &addOptions,
+    &run,
+};

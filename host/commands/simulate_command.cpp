@@ -1,0 +1,136 @@
+// simulate: serves a simulated line for other programs.
+#include <unistd.h>
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QFile>
+#include <cerrno>
+#include <set>
+
+#include "host/commands/command.h"
+#include "host/commands/exit_status.h"
+#include "host/commands/line_options.h"
+#include "host/commands/open_line.h"
+#include "host/pump/stop_signal.h"
+
+namespace {
+
+constexpr int kSliceMs = 200;
+
+/// A symbolic link to a device, gone with this object.
+class DeviceLink {
+public:
+    DeviceLink() = default;
+    DeviceLink(const DeviceLink &) = delete;
+    DeviceLink &operator=(const DeviceLink &) = delete;
+    ~DeviceLink() {
+        if (target() == device_ && !device_.isEmpty()) {  // else another run has taken the name over
+            unlink(path_.constData());
+        }
+    }
+
+    /// An empty name makes no link. A link that an earlier run left behind is replaced, any other file is not.
+    Failure make(const QString &name, const std::string &device) {
+        path_ = QFile::encodeName(name);
+        if (name.isEmpty()) {
+            return Failure();
+        }
+        if (target().startsWith("/dev/pts/")) {
+            unlink(path_.constData());
+        }
+        if (symlink(device.c_str(), path_.constData()) != 0) {
+            return Failure::ofSystem(QStringLiteral("cannot make the link %1").arg(name), errno);
+        }
+        device_ = QByteArray::fromStdString(device);
+        return Failure();
+    }
+
+private:
+    QByteArray target() const {
+        QByteArray text(4096, '\0');
+        const ssize_t length = readlink(path_.constData(), text.data(), size_t(text.size()));
+        return text.left(length < 0 ? 0 : int(length));
+    }
+
+    QByteArray path_;
+    QByteArray device_;
+};
+
+QStringList takeStations(const QString &list, std::vector<int> *stations) {
+    QStringList faults;
+    std::set<int> named;
+    const auto put = [&](int station) {
+        if (!named.insert(station).second) {
+            faults.append(QStringLiteral("names station %1 twice").arg(station));
+        }
+    };
+    for (const QString &text : list.split(QLatin1Char(','))) {
+        faults += takeNumber(kStation, put)(text);
+    }
+    stations->assign(named.begin(), named.end());
+    return faults;
+}
+
+QString listOf(const std::vector<int> &stations) {
+    QStringList texts;
+    for (const int station : stations) {
+        texts.append(QString::number(station));
+    }
+    return texts.join(QLatin1Char(','));
+}
+
+void addOptions(OptionSet *options, Options *settings) {
+    std::vector<int> *stations = &settings->simulation.stations;
+    *stations = {1, 2, 3};
+    options->addText("link", "FILE", &settings->link,
+                     QStringLiteral("Make FILE a symbolic link to the first device while serving."));
+    options->addText("second-link", "FILE", &settings->secondLink,
+                     QStringLiteral("Make FILE a symbolic link to the second device."));
+    options->add("stations", "LIST", QStringLiteral("Stations, separated by commas (%1).").arg(listOf(*stations)),
+                 [stations](const QString &list) { return takeStations(list, stations); });
+    options->addNumber("seconds", "N", kSeconds, &settings->seconds, QStringLiteral("Stop after so many seconds."));
+    options->addNumber("timeout", "MS", kTimeoutMs, &settings->line.timeoutMs,
+                       QStringLiteral("Timeout of the masters, which a late reply passes."));
+    options->addNumber("baud", "N", kBaud, &settings->line.baud,
+                       QStringLiteral("Bits per second, for the silence between frames."));
+    addSimulationOptions(options, settings);
+    options->addCheck([settings] {
+        const bool same = !settings->link.isEmpty() && settings->link == settings->secondLink;
+        return same ? QStringList{QStringLiteral("--link and --second-link name the same file")} : QStringList();
+    });
+}
+
+int run(const Options &settings) {
+    std::unique_ptr<SimulatedLine> line;
+    if (Failure failure = startSimulation(simulationFor(settings), &line)) {
+        return fail(kExitPort, failure);
+    }
+    DeviceLink first;
+    DeviceLink second;
+    Failure failure = first.make(settings.link, line->device());
+    if (!failure) {
+        failure = second.make(settings.secondLink, line->secondDevice());
+    }
+    if (failure) {
+        return fail(kExitPort, failure);
+    }
+    print(QStringLiteral("device %1\nsecond device %2\n")
+              .arg(QString::fromStdString(line->device()), QString::fromStdString(line->secondDevice())));
+    QElapsedTimer clock;
+    clock.start();
+    while (!stopRequested() && (!settings.seconds || clock.elapsed() < *settings.seconds * qint64(1000))) {
+        sleepUnlessStopped(kSliceMs);
+    }
+    return kExitDone;
+}
+
+}  // namespace
+
+const Command kSimulateCommand{
+    "simulate",
+    "Serve a simulated line for other programs",
+    "There is one controller per station, until Ctrl-C. Prints the paths of two devices on the line: one for "
+    "dravo-host "
+    "--port, one for a second master such as another Modbus client.",
+    &addOptions,
+    &run,
+};

@@ -1,0 +1,46 @@
+#include "host/pump/stop_signal.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <initializer_list>
+
+namespace {
+
+volatile std::sig_atomic_t stopFlag = 0;
+int wakePipe[2] = {-1, -1};  // the handler writes to it, so that a signal just before a wait ends that wait too
+
+void onStop(int) {
+    stopFlag = 1;
+    const char byte = 0;
+    if (write(wakePipe[1], &byte, 1) < 0) {
+        return;  // full: the wait is awake already
+    }
+}
+
+}  // namespace
+
+void watchStopSignals() {
+    if (pipe2(wakePipe, O_CLOEXEC | O_NONBLOCK) != 0) {
+        wakePipe[0] = wakePipe[1] = -1;  // waits are short slices; without the pipe one slice may pass first
+    }
+    struct sigaction action {};
+    action.sa_handler = onStop;
+    sigemptyset(&action.sa_mask);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        sigaction(signal, &action, nullptr);
+    }
+    action.sa_handler = SIG_IGN;
+    sigaction(SIGPIPE, &action, nullptr);
+}
+
+bool stopRequested() {
+    return stopFlag != 0;
+}
+
+void sleepUnlessStopped(int milliseconds) {
+    pollfd wake{wakePipe[0], POLLIN, 0};
+    poll(&wake, 1, milliseconds);
+}

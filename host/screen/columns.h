@@ -1,0 +1,37 @@
+// What is told of a variable, column by column: live screen, table, CSV and JSON all show this list. Pure; any thread.
+#ifndef DRAVO_HOST_SCREEN_COLUMNS_H
+#define DRAVO_HOST_SCREEN_COLUMNS_H
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonValue>
+#include <QtCore/QString>
+#include <QtCore/QVector>
+
+#include "host/tags/value_states.h"
+
+/// A variable and all that is told of it.
+struct ShownVariable {
+    Variable variable;
+    ValueState state;
+    QJsonArray values;  // numbers; null where never read
+    QString meaning;    // of a failing variable's code, else empty
+    qint64 pass = 0;    // records only
+    QString time;       // records only
+};
+
+struct Column {
+    const char *key;                               // in JSON, and title in table and CSV
+    int recordWidth;                               // cells in the table; 0: ends the line
+    QJsonValue (*value)(const ShownVariable &);    // null: not known
+    const char *title;                             // on the live screen; null: it is not there
+    int screenWidth;                               // cells there with the blank behind them; 0: the rest of the line
+    QString (*screenText)(const ShownVariable &);  // null: as in the records
+};
+
+/// In the order shown.
+const QVector<Column> &columns();
+
+/// A column's value as text: null is empty, an array's values stand side by side with "-" for null.
+QString columnText(const QJsonValue &value);
+
+#endif  // DRAVO_HOST_SCREEN_COLUMNS_H

@@ -1,0 +1,28 @@
+// How long the passes over the variables take. Any one thread.
+#ifndef DRAVO_HOST_SCREEN_PASS_STATISTICS_H
+#define DRAVO_HOST_SCREEN_PASS_STATISTICS_H
+
+#include <QtCore/QString>
+#include <QtCore/QVector>
+
+class PassStatistics {
+public:
+    explicit PassStatistics(int requestsPerPass) : requestsPerPass_(requestsPerPass) {}
+
+    void passDone(double milliseconds);
+
+    qint64 passes() const { return passes_; }
+    /// Of the last 1000 passes; 0 before the first.
+    double medianMs() const;
+    /// The figures on one line.
+    QString line() const;
+
+private:
+    int requestsPerPass_;
+    qint64 passes_ = 0;
+    QVector<double> recentMs_;  // a ring of the last passes
+    double shortestMs_ = 0;
+    double longestMs_ = 0;
+};
+
+#endif  // DRAVO_HOST_SCREEN_PASS_STATISTICS_H
