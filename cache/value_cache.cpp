@@ -1,37 +1,51 @@
 #include "cache/value_cache.h"
 
-#include "codec/element_types.h"
-#include "driver/Communication_Protocol.h"
+#include <algorithm>
 
-unsigned int ExtendFindSameVar(ControlInformationM &element) {
-    const unsigned int station = static_cast<unsigned int>(element.station) & 0xFFu;
-    const unsigned int elemType = static_cast<unsigned int>(element.elemType) & 0xFFu;
-    const unsigned int address = static_cast<unsigned int>(element.address) & 0xFFFFu;
-    const unsigned int key = station << 24 | elemType << 16 | address;
-    if (!PLC_driver.valueCache.contains(key)) {
-        PLC_driver.valueCache.insert(key, QByteArray(cacheEntrySize(int(elemType)), '\0'));
+#include "codec/element_types.h"
+
+namespace {
+
+// The bytes of an entry; they stay valid until the next call.
+char *entryBytes(ValueCache &cache, int station, int entryType, qint64 address) {
+    return cache[findEntry(cache, station, entryType, address)].data();
+}
+
+}  // namespace
+
+unsigned int findEntry(ValueCache &cache, int station, int entryType, qint64 address) {
+    const unsigned int type = static_cast<unsigned int>(entryType) & 0xFFu;
+    const unsigned int stationByte = static_cast<unsigned int>(station) & 0xFFu;
+    const unsigned int key = stationByte << 24 | type << 16 | static_cast<unsigned int>(address & 0xFFFF);
+    if (!cache.contains(key)) {
+        cache.insert(key, QByteArray(cacheEntrySize(int(type)), '\0'));
     }
     return key;
 }
 
-ControlInformationM cacheWalk(int station, int entryType, int count) {
-    const ControlInformationM element = {station, entryType, 0, count};
-    return element;
+void storeRun(ValueCache &cache, int station, int entryType, qint64 address, const QByteArray &values) {
+    const int entrySize = cacheEntrySize(entryType);
+    for (int i = 0; i < values.size() / entrySize; ++i) {
+        const char *value = values.constData() + i * entrySize;
+        std::copy(value, value + entrySize, entryBytes(cache, station, entryType, address + i));
+    }
 }
 
-char *entryBytes(ControlInformationM &element, qint64 address) {
-    element.address = int(address & 0xFFFF);
-    return PLC_driver.valueCache[ExtendFindSameVar(element)].data();
+void appendRun(ValueCache &cache, int station, int entryType, qint64 address, int count, QByteArray &values) {
+    const int entrySize = cacheEntrySize(entryType);
+    for (int i = 0; i < count; ++i) {
+        values.append(entryBytes(cache, station, entryType, address + i), entrySize);
+    }
 }
 
-bool wordBit(ControlInformationM &element, qint64 bitAddress) {
-    const char *word = entryBytes(element, bitAddress / 16);
+bool wordBit(ValueCache &cache, int station, int wordType, qint64 bitAddress) {
+    const char *word = entryBytes(cache, station, wordType, bitAddress / 16);
     return (word[bitAddress / 8 % 2] >> (bitAddress % 8)) & 1;
 }
 
-void setWordBit(ControlInformationM &element, qint64 bitAddress, bool value) {
-    char *word = entryBytes(element, bitAddress / 16);
+void setWordBit(ValueCache &cache, int station, int wordType, qint64 bitAddress, bool on) {
+    char *word = entryBytes(cache, station, wordType, bitAddress / 16);
     char &byte = word[bitAddress / 8 % 2];
     const int mask = 1 << (bitAddress % 8);
-    byte = char(value ? byte | mask : byte & ~mask);
+    byte = char(on ? byte | mask : byte & ~mask);
 }

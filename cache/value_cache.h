@@ -1,18 +1,15 @@
-// Cache keys and entries. Callers hold cacheMutex.
+// The values last seen, one entry per element: keys, entries, and runs of neighbouring entries. Pure; whoever passes
+// the driver's cache holds cacheMutex.
 #ifndef DRAVO_CACHE_VALUE_CACHE_H
 #define DRAVO_CACHE_VALUE_CACHE_H
 
 #include <QtCore/QByteArray>
+#include <QtCore/QHash>
 
 #include "korvel_dravo_port.h"
 
-/// Names one element of the cache: a walk through a variable sets station and elemType once and steps address.
-struct ControlInformationM {
-    int station;
-    int elemType;  // a type that has entries: bit, word or double-word
-    int address;
-    int count;  // elements the caller works through; not part of the key
-};
+/// Entries by the keys of findEntry.
+typedef QHash<unsigned int, QByteArray> ValueCache;
 
 /// Kept for the layout of the driver object; no list of it is ever filled.
 struct EXTENDVAR {
@@ -22,18 +19,19 @@ struct EXTENDVAR {
     QByteArray data;
 };
 
-/// The cache key of the element: station, type and address in 8, 8 and 16 bits. Creates its entry, zero-filled, where
+/// The key of an element: station, entry type and address in 8, 8 and 16 bits. Creates its entry, zero-filled, where
 /// there is none. The only place that computes keys and creates entries.
-unsigned int ExtendFindSameVar(ControlInformationM &element);
+/// @param entryType  a type that has entries: bit, word or double-word.
+unsigned int findEntry(ValueCache &cache, int station, int entryType, qint64 address);
 
-/// The walk through a variable under the type that its entries have.
-ControlInformationM cacheWalk(int station, int entryType, int count);
+/// Puts values into the entries from address on, low byte first. An incomplete last element is left out.
+void storeRun(ValueCache &cache, int station, int entryType, qint64 address, const QByteArray &values);
 
-/// The bytes of the entry at address, of which the low 16 bits count; they stay valid until the next call.
-char *entryBytes(ControlInformationM &element, qint64 address);
+/// Appends the values of count entries from address on.
+void appendRun(ValueCache &cache, int station, int entryType, qint64 address, int count, QByteArray &values);
 
 /// Bit bitAddress % 16, which is not negative, of word bitAddress / 16.
-bool wordBit(ControlInformationM &element, qint64 bitAddress);
-void setWordBit(ControlInformationM &element, qint64 bitAddress, bool value);
+bool wordBit(ValueCache &cache, int station, int wordType, qint64 bitAddress);
+void setWordBit(ValueCache &cache, int station, int wordType, qint64 bitAddress, bool on);
 
 #endif  // DRAVO_CACHE_VALUE_CACHE_H

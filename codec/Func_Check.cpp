@@ -1,24 +1,8 @@
 #include "codec/Func_Check.h"
 
-#include "codec/frame_bytes.h"
+#include "codec/reply_check.h"
 #include "driver/Communication_Protocol.h"
 
-namespace {
-
-const int kShortestReply = 6;      // so a 5-byte exception reply is rejected too
-const int kStationByte = 0;        // in a controller's frame
-const int kRemoteStationByte = 4;  // in a remote frame
-
-}  // namespace
-
 int CheckGetData(QByteArray *reply, int /*length*/) {
-    const Protocol &request = PLC_driver.protocolList.at(0);
-    const int station = byteAt(request.frame, PLC_driver.comInfo->remoteMode ? kRemoteStationByte : kStationByte);
-    if (station == 0) {
-        return kReplyComplete;  // a broadcast: whatever arrived is no reply to it
-    }
-    if (reply->size() < kShortestReply || byteAt(*reply, 0) != station || !endsWithCrc(*reply)) {
-        return kReplyRejected;
-    }
-    return request.var.accessFlag != 0 ? kReplyComplete : kReplyToStore;
+    return checkReply(PLC_driver.protocolList.at(0), PLC_driver.comInfo->remoteMode != 0, *reply);
 }

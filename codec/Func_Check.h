@@ -4,10 +4,8 @@
 
 #include "korvel_dravo_port.h"
 
-enum CheckResult { kReplyRejected = 0, kReplyToStore = 1, kReplyComplete = 2 };
-
-/// Checks size, station and CRC of a reply to the head of protocolList, which is not empty. length is not consulted.
-/// @return a CheckResult; kReplyComplete: good, and nothing to store.
+/// Checks a reply to the head of protocolList, which is not empty, as checkReply does. length is not consulted.
+/// @return a CheckResult.
 int CheckGetData(QByteArray *reply, int length);
 
 #endif  // DRAVO_CODEC_FUNC_CHECK_H

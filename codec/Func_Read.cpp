@@ -1,45 +1,12 @@
 #include "codec/Func_Read.h"
 
-#include "codec/element_types.h"
-#include "codec/frame_bytes.h"
-#include "codec/protocol.h"
-
-namespace {
-
-struct ReadForm {
-    int functionCode;  // 0: the class is not read as it stands
-    int quantity;      // Modbus quantity per element
-};
-const ReadForm kReadForms[] = {
-    {1, 1},  // BitClass
-    {3, 1},  // WordClass
-    {3, 2},  // DoubleWordClass
-    {0, 1},  // WordPairClass
-    {0, 1},  // BitInWordClass
-};
-const ReadForm kNoReadForm = {0, 1};
-
-}  // namespace
+#include "codec/Func_Operation.h"
+#include "codec/read_request.h"
 
 void ReadRegister(RW_VAR *var) {
     ReadAnalog(var);
 }
 
 void ReadAnalog(RW_VAR *var) {
-    const dravo::ElementType *type = dravo::findElementType(var->elemType);
-    const ReadForm &form = type ? kReadForms[type->elementClass] : kNoReadForm;
-    QByteArray frame;
-    putU8(frame, var->station);
-    putU8(frame, form.functionCode);
-    putU16(frame, get_offset_address(var->elemType, var->address));
-    putU16(frame, qint64(form.quantity) * var->count);
-    appendCrc(frame);
-    queueRequest(frame, readReply(form.functionCode != 0 ? replyDataBytes(var->elemType, var->count) : 0), *var);
-}
-
-qint64 replyDataBytes(int elemType, int count) {
-    if (isBitType(elemType)) {
-        return (qint64(count) + 7) / 8;
-    }
-    return qint64(count) * cacheEntrySize(elemType);
+    startOperation({readRequest(*var)});
 }

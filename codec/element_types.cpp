@@ -9,17 +9,21 @@ using dravo::kElementTypes;
 
 static_assert(dravo::kElementTypeCount == 22, "one row per element type");
 
-bool isBitType(int code) {
+bool isOfClass(int code, dravo::ElementClass elementClass) {
     const ElementType *type = findElementType(code);
-    return type && type->elementClass == dravo::BitClass;
+    return type && type->elementClass == elementClass;
+}
+
+bool isBitType(int code) {
+    return isOfClass(code, dravo::BitClass);
 }
 
 int cacheEntrySize(int code) {
-    const ElementType *type = findElementType(code);
-    if (type && type->elementClass == dravo::BitClass) {
-        return 1;
-    }
-    return type && type->elementClass == dravo::DoubleWordClass ? 4 : 2;
+    return isBitType(code) ? 1 : isOfClass(code, dravo::DoubleWordClass) ? 4 : 2;
+}
+
+qint64 replyDataBytes(int code, int count) {
+    return isBitType(code) ? (qint64(count) + 7) / 8 : qint64(count) * cacheEntrySize(code);
 }
 
 int listFunctionBound(int code) {
@@ -32,14 +36,18 @@ int getPlcReg(int type) {
     return row ? row->registerType : type;
 }
 
-int get_offset_address(int &type, int &address) {
-    const ElementType *row = findElementType(type);
+int startAddress(int code, int address) {
+    const ElementType *row = findElementType(code);
     if (!row || row->elementClass == dravo::BitInWordClass) {
         return 0;
     }
     const ElementType &segment = kElementTypes[row->registerType];
     const int offset = address < segment.bound ? segment.lowerOffset : segment.upperOffset;
     return wrapped((qint64(address) + offset) * segment.scale);
+}
+
+int get_offset_address(int &type, int &address) {
+    return startAddress(type, address);
 }
 
 int updateRwVar(RW_VAR *var) {

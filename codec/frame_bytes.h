@@ -14,11 +14,6 @@ inline int valueByte(const QByteArray &data, qint64 index) {
     return index < data.size() ? byteAt(data, int(index)) : 0;
 }
 
-/// Bit index of packed bits, lowest element in bit 0 of byte 0; 0 where the data end sooner.
-inline bool valueBit(const QByteArray &data, qint64 index) {
-    return (valueByte(data, index / 8) >> (index % 8)) & 1;
-}
-
 /// Appends the low 8, 16 or 32 bits of value, high byte first.
 void putU8(QByteArray &frame, qint64 value);
 void putU16(QByteArray &frame, qint64 value);

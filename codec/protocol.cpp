@@ -1,7 +1,6 @@
 #include "codec/protocol.h"
 
 #include "codec/integers.h"
-#include "driver/Communication_Protocol.h"
 
 namespace {
 
@@ -11,23 +10,14 @@ const int kWriteReplyLength = 8;
 
 }  // namespace
 
-ExpectedReply readReply(qint64 dataBytes) {
-    const ExpectedReply reply = {saturated(dataBytes + kReadReplyOverhead), kReadDataOffset, saturated(dataBytes)};
-    return reply;
+Protocol readProtocol(const RW_VAR &var, const QByteArray &frame, qint64 dataBytes) {
+    const int replyLength = saturated(dataBytes + kReadReplyOverhead);
+    const Protocol request = {frame, frame.size(), replyLength, kReadDataOffset, saturated(dataBytes), var, 0, 0, 0};
+    return request;
 }
 
-ExpectedReply writeReply(int station) {
-    const ExpectedReply reply = {station != 0 ? kWriteReplyLength : 0, 0, 0};
-    return reply;
-}
-
-void queueRequest(const QByteArray &frame, const ExpectedReply &reply, const RW_VAR &var) {
-    const Protocol request = {frame, frame.size(), reply.length, reply.dataOffset, reply.dataLength, var, 0, 0, 0};
-    PLC_driver.protocolList.append(request);
-    expectReplies(1);
-}
-
-void expectReplies(int frameTotal) {
-    PLC_driver.comInfo->frameDone = 0;
-    PLC_driver.comInfo->frameTotal = frameTotal;
+Protocol writeProtocol(const RW_VAR &var, const QByteArray &frame) {
+    const int replyLength = var.station != 0 ? kWriteReplyLength : 0;
+    const Protocol request = {frame, frame.size(), replyLength, 0, 0, var, 0, 0, 0};
+    return request;
 }

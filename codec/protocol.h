@@ -1,4 +1,4 @@
-// Queues requests as the records that the host is handed. Communication thread.
+// The request record that the host is handed, as builders make it. Pure; any thread.
 #ifndef DRAVO_CODEC_PROTOCOL_H
 #define DRAVO_CODEC_PROTOCOL_H
 
@@ -8,26 +8,17 @@
 /// the cache.
 const int kMergeRead = -1;
 
+inline bool isMergeRead(const Protocol &request) {
+    return request.var.param1 == kMergeRead;
+}
+
 /// replyLength of a request that takes a reply of any length.
 const int kAnyReplyLength = -1;
 
-/// What a request expects back.
-struct ExpectedReply {
-    int length;      // bytes of the whole reply; 0: none comes
-    int dataOffset;  // of the first data byte
-    int dataLength;  // data bytes
-};
+/// A read of var whose reply carries dataBytes data bytes.
+Protocol readProtocol(const RW_VAR &var, const QByteArray &frame, qint64 dataBytes);
 
-/// The reply to a read of dataBytes data bytes.
-ExpectedReply readReply(qint64 dataBytes);
-
-/// The reply to a write to station; a broadcast (station 0) gets none.
-ExpectedReply writeReply(int station);
-
-/// Appends a request to protocolList and starts an operation of one reply.
-void queueRequest(const QByteArray &frame, const ExpectedReply &reply, const RW_VAR &var);
-
-/// Starts the count of an operation's replies.
-void expectReplies(int frameTotal);
+/// A write of var; a broadcast (station 0) expects no reply.
+Protocol writeProtocol(const RW_VAR &var, const QByteArray &frame);
 
 #endif  // DRAVO_CODEC_PROTOCOL_H

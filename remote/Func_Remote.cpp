@@ -1,40 +1,15 @@
 #include "remote/Func_Remote.h"
 
-#include "cache/written_values.h"
-#include "codec/Func_Read.h"
-#include "codec/frame_bytes.h"
-#include "codec/protocol.h"
-
-namespace {
-
-const int kFixedBytes = 22;  // the record's fields, the length byte and the checksum
-
-// Fields go high byte first, as the record holds them: nothing is mapped to Modbus addresses.
-QByteArray remoteFrame(const RW_VAR &var, const QByteArray &data) {
-    QByteArray frame;
-    putU8(frame, kFixedBytes + data.size());
-    putU8(frame, var.ownerId);
-    putU8(frame, var.accessFlag);
-    putU8(frame, var.nodeId);
-    putU8(frame, var.station);
-    putU16(frame, var.elemType);
-    putU32(frame, var.address);
-    putU16(frame, var.count);
-    putU32(frame, var.param1);
-    putU32(frame, var.param2);
-    frame.append(data);
-    appendSum(frame);
-    return frame;
-}
-
-}  // namespace
+#include "cache/Func_DealData.h"
+#include "codec/Func_Operation.h"
+#include "remote/remote_request.h"
 
 void Remote_ReadVar(RW_VAR *var) {
-    queueRequest(remoteFrame(*var, QByteArray()), readReply(replyDataBytes(var->elemType, var->count)), *var);
+    startOperation({remoteReadRequest(*var)});
 }
 
 void Remote_WriteVar(RW_VAR *var) {
-    queueRequest(remoteFrame(*var, var->data), writeReply(var->station), *var);
+    startOperation({remoteWriteRequest(*var)});
     RW_VAR shown = *var;  // padded while it is stored
     WriteDataToLocal(&shown);
 }

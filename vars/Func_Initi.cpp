@@ -1,20 +1,86 @@
 #include "vars/Func_Initi.h"
 
-#include "codec/element_types.h"
-#include "codec/integers.h"
+#include <QtCore/QMutexLocker>
 
-RW_VAR driverRecord(const ComInfo &comInfo) {
-    RW_VAR record = RW_VAR();
-    record.remoteMode = comInfo.remoteMode;
-    record.nodeId = comInfo.localNode;
-    return record;
+#include "driver/Communication_Protocol.h"
+#include "vars/cyclic_list.h"
+#include "vars/request_queue.h"
+#include "vars/variable_record.h"
+
+namespace {
+
+const int kQueueUnchanged = 1;  // mode: the record as it stands
+
+bool refuses(const RW_VAR *var) {
+    return !PLC_driver.comInfo || !var || var->count > kMaxElementCount;
 }
 
-int stationInForce(const ComInfo &comInfo, int ownStation) {
-    return comInfo.useVarStation ? ownStation : comInfo.defaultStation;
+}  // namespace
+
+int ReCreatReadVarList(QList<ReadVarEntry> *entries) {
+    if (!PLC_driver.comInfo || !entries) {
+        return 0;
+    }
+    QMutexLocker lock(&PLC_driver.listMutex);
+    PLC_driver.readVarList.clear();
+    const QList<ReadVarEntry> &hostEntries = *entries;
+    if (hostEntries.isEmpty()) {
+        return 0;
+    }
+    ComInfo &comInfo = *PLC_driver.comInfo;
+    PLC_driver.readCycleCount = 0;
+    comInfo.cycleDone = 0;
+    const int maxGroupLength = comInfo.maxGroupLength;  // once: the host may change it meanwhile
+    QList<QList<RW_VAR>> groups = sortedGroups(hostEntries, comInfo);
+    for (QList<RW_VAR> &group : groups) {
+        BitVarReCreat(&group, frameLimit(maxGroupLength, group.at(0).elemType));
+    }
+    return PLC_driver.readVarList.size();
 }
 
-int frameLimit(int maxGroupLength, int elemType) {
-    const qint64 limit = qMax(maxGroupLength, 1);
-    return saturated(isBitType(elemType) ? limit * 8 : limit);
+void BitVarReCreat(QList<RW_VAR> *group, int limit) {
+    Q_ASSERT(isHeld(PLC_driver.listMutex));
+    appendMerged(PLC_driver.readVarList, *group, limit);
+}
+
+int AddListReadVar(RW_VAR *var) {
+    if (refuses(var)) {
+        return 0;
+    }
+    PLC_driver.readVarList.append(*var);
+    return PLC_driver.readVarList.size();
+}
+
+int AddListOnceReadVar(RW_VAR *var, int mode) {
+    if (refuses(var)) {
+        return 0;
+    }
+    QList<RW_VAR> &queue = PLC_driver.onceReadVarList;
+    if (mode == kQueueUnchanged) {
+        QMutexLocker lock(&PLC_driver.listMutex);
+        queue.append(*var);
+        return queue.size();
+    }
+    const bool negative = var->count < 0;  // of bits inside a word it can normalise to one word, yet asks for nothing
+    if (!resolveOnceRead(*var, *PLC_driver.comInfo)) {
+        return 0;
+    }
+    const int limit = frameLimit(PLC_driver.comInfo->maxGroupLength, var->elemType);
+    QMutexLocker lock(&PLC_driver.listMutex);
+    appendOnceRead(queue, *var, negative ? 0 : var->count, limit);
+    return queue.size();
+}
+
+int AddListWriteVar(RW_VAR *var, int mode) {
+    if (refuses(var)) {
+        return 0;
+    }
+    QList<RW_VAR> &queue = PLC_driver.writeVarList;
+    QMutexLocker lock(&PLC_driver.listMutex);
+    if (mode == kQueueUnchanged) {
+        queue.append(*var);
+    } else {
+        appendOrReplaceWrite(queue, *var);
+    }
+    return queue.size();
 }

@@ -1,16 +1,11 @@
-// Variable records that the driver builds itself, and the settings that shape them. Pure; any thread.
+// How variables and requests enter the driver's lists; the entry points among these are declared for the host.
 #ifndef DRAVO_VARS_FUNC_INITI_H
 #define DRAVO_VARS_FUNC_INITI_H
 
 #include "korvel_dravo_port.h"
 
-/// A record with every field set: the host's mode and node, everything else 0 or empty.
-RW_VAR driverRecord(const ComInfo &comInfo);
-
-/// The station that a variable of its own station goes to.
-int stationInForce(const ComInfo &comInfo, int ownStation);
-
-/// Most elements of a type in one frame: maxGroupLength, below 1 counted as 1, and eight times it for bit types.
-int frameLimit(int maxGroupLength, int elemType);
+/// Merges one sorted group (one station, one normalised type) into readVarList, in requests of at most limit elements.
+/// Caller holds listMutex.
+void BitVarReCreat(QList<RW_VAR> *group, int limit);
 
 #endif  // DRAVO_VARS_FUNC_INITI_H

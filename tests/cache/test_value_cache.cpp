@@ -1,14 +1,14 @@
 #include "cache/value_cache.h"
 
 #include "cache/Func_DealData.h"
-#include "cache/written_values.h"
+#include "cache/Func_DealData.h"
 #include "support/driver_scene.h"
 
 namespace {
 
-using ValueCache = DriverScene;
+using ValueCaches = DriverScene;
 
-TEST_F(ValueCache, KeysAndEntries) {
+TEST_F(ValueCaches, KeysAndEntries) {
     PLC_driver.valueCache.insert(0x01070064U, bytes("3412"));
     for (const Row &row :
          rows("1 > 7 > 100; 257 > 263 > 65636; 2 > 0 > 1; 2 > 6 > 1; 2 > 12 > 1; 2 > 13 > 1; 2 > 269 > 2;"
@@ -36,7 +36,7 @@ const char kReplies[] = R"(
     16@10+1 > 2 > 1234 >; 17@10+1 > 2 > 1234 >; 18@10+2 > 4 > 12345678 >; 20@10+1 > 2 > 1234 >; 21@10+2 > 4 > 12345678 >
     22@10+1 > 2 > 1234 >; -1@10+1 > 2 > 1234 >)";
 
-TEST_F(ValueCache, RepliesByClass) {
+TEST_F(ValueCaches, RepliesByClass) {
     for (const Row &row : rows(kReplies)) {
         restart();
         Protocol request = Protocol();
@@ -65,7 +65,7 @@ const char kWrites[] = R"(
     7@100+0=3412 >  > 3412; 13@100+-1=3412 >  > 3412; 22@100+1=3412 >  > 3412; 7@1+1048577 >  >
     7@2147483647+2=34127856 > 01070000=7856 0107ffff=3412 > 34127856)";
 
-TEST_F(ValueCache, WrittenValues) {
+TEST_F(ValueCaches, WrittenValues) {
     for (const Row &row : rows(kWrites)) {
         restart();
         QList<RW_VAR> list = records(row[0]);

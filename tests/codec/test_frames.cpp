@@ -1,4 +1,5 @@
 #include "codec/Func_Check.h"
+#include "codec/reply_check.h"
 #include "codec/Func_Read.h"
 #include "codec/Func_Write.h"
 #include "support/driver_scene.h"

@@ -1,13 +1,13 @@
 // A write to a bit inside a word: its word is read, patched and written back.
 #include "cache/Func_DealData.h"
-#include "driver/dispatch.h"
+#include "driver/reply_judging.h"
 #include "support/driver_scene.h"
 
 namespace {
 
-using BitWrite = DriverScene;
+using BitWrites = DriverScene;
 
-TEST_F(BitWrite, BothHalvesAreOneOperationAndRetriedAlone) {
+TEST_F(BitWrites, BothHalvesAreOneOperationAndRetriedAlone) {
     settings.retryTimes = 5;
     // A write queued meanwhile does not change the bit. Until it is written, the result record shows what was before.
     play(R"(
@@ -19,7 +19,7 @@ TEST_F(BitWrite, BothHalvesAreOneOperationAndRetriedAlone) {
     EXPECT_EQ(cacheText(), "01080002=2000 01090001=3412");
 }
 
-TEST_F(BitWrite, NegativeAddressNamesABitWhenItIsTheFirstOfAWord) {
+TEST_F(BitWrites, NegativeAddressNamesABitWhenItIsTheFirstOfAWord) {
     play(R"(
         write 15@-16+1=01 > 0103 ffff 0001 > 0103 02 8000   > 1 >          > 0/0@0+0  > 15@-16+1=01
                           > 0106 ffff 8001 > 0106 ffff 8001 > 1 > done 0/0 > 15@-16+1 >
@@ -27,7 +27,7 @@ TEST_F(BitWrite, NegativeAddressNamesABitWhenItIsTheFirstOfAWord) {
                           > 0106 ffff 0000 > 0106 ffff 0000 > 1 > done 0/0 > 15@-17+1 >)");
 }
 
-TEST_F(BitWrite, FailureOfEitherHalfDropsBoth) {
+TEST_F(BitWrites, FailureOfEitherHalfDropsBoth) {
     play(R"(
         write 15@32+1=01:3/4 > 0103 0002 0001 >              > 44 > failed 3/4, list 3 > 15@32+1:3/4 >
         write 15@32+1=01:3/4 > 0103 0002 0001 > 0103 02 0000 > 1  >                    > 15@32+1:3/4 > 15@32+1=01:3/4
@@ -35,7 +35,7 @@ TEST_F(BitWrite, FailureOfEitherHalfDropsBoth) {
                              >                >              > 1  >                    > 15@32+1:3/4 >)");
 }
 
-TEST_F(BitWrite, OfAnotherNode) {
+TEST_F(BitWrites, OfAnotherNode) {
     queueWrite("15@32+1=01:3/4^4");
     send();
     settings.frameDone = 1;  // as the second reply the read half counts as the operation's last
@@ -54,7 +54,7 @@ const char kPatches[] = R"(
     17@0.15+1=01 > 2134 > 00ff > 80ff   ; 20@1.0+1=00 > 32c9 > ffff > fffe   ; 15@2.3+1=00 > 0002 > ffff > fff7
     15@2.8+1=80 > 0002 > 00ff > 01ff    ; 15@2.7+1=00 > 0002 > ff80 > ff00   ; 15@2.0+1=0001 > 0002 > 0001 > 0000)";
 
-TEST_F(BitWrite, PatchedInEitherFormOfWrite) {
+TEST_F(BitWrites, PatchedInEitherFormOfWrite) {
     for (const Row &row : rows(kPatches)) {
         SCOPED_TRACE(row.text);
         restart();
@@ -76,7 +76,7 @@ TEST_F(BitWrite, PatchedInEitherFormOfWrite) {
     EXPECT_EQ(send(), withCrc("0110 0002 0001 02 8008"));
 }
 
-TEST_F(BitWrite, NothingToPatch) {
+TEST_F(BitWrites, NothingToPatch) {
     queueWrite("15@35+1=01");
     send();
     QByteArray reply = withCrc("010302ffff"), tooShort = reply.left(5);

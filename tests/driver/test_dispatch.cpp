@@ -1,4 +1,5 @@
-#include "driver/dispatch.h"
+#include "driver/reply_judging.h"
+#include "driver/finished_operation.h"
 
 #include "support/driver_scene.h"
 

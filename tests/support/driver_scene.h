@@ -21,6 +21,12 @@ std::string listText(const QList<RW_VAR> &list);
 /// "01070064=3412 01070065=7856": every entry of the value cache by key. Takes cacheMutex.
 std::string cacheText();
 
+struct ExpectedReply {
+    int length;
+    int dataOffset;
+    int dataLength;
+};
+
 class DriverScene : public ::testing::Test {
 public:
     DriverScene();
