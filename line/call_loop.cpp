@@ -333,7 +333,9 @@ void CallLoop::finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure 
     exchange.exceptionCode = exceptionCode;
     exchange.request = current_.request.shape.frame;
     exchange.reply = current_.answered ? current_.answer.bytes : QByteArray();
-    exchange.replyUs = current_.answered ? current_.answer.arrivedUs - current_.endOfSendingUs : -1;
+    // An answer may be earlier: a pseudo-terminal, or a port that began to send before it had taken all, is quicker than
+    // the baud rate says.
+    exchange.replyUs = current_.answered ? qMax<qint64>(0, current_.answer.arrivedUs - current_.endOfSendingUs) : -1;
     events_.append(exchange);
     count(exchange);
     if (verdict.over && verdict.good && exchange.write) {
