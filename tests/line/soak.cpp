@@ -221,6 +221,10 @@ void Soak::turn() {
     if (below(2000) == 0) {
         watchSomething();
     }
+    if (below(4000) == 0) {
+        line_.restart(nowUs_);
+        ++requests_;
+    }
     const dravo::Step step = line_.next(wire_.chance(0.01) ? nowUs_ - 5000 : nowUs_);
     look();
     if (step.kind == dravo::Step::Wait) {
