@@ -100,7 +100,7 @@ Soak::Soak(unsigned seed)
             const bool moving = address < kMoving;
             wire_.holdingRegister(station, address) = Cell(moving ? station * kMoving + address : -1, 0);
         }
-        for (int i = 0; i < 64; ++i) {
+        for (int i = 0; i < 200; ++i) {
             wire_.coil(station, i) = Cell(-1, 0);
             wire_.coil(station, kSelfLikeCoils + i) = Cell(-1, quint16((i + station) % 3 == 0));
         }
@@ -128,7 +128,12 @@ dravo::Variable Soak::variable(int station, int elemType, const QString &address
 // Several of one length, so that an answer to one could pass for another's; with gaps, and some that are refused.
 void Soak::watchSomething() {
     QVector<dravo::Variable> variables;
-    for (const int station : kStations) {
+    const bool isStorm = faults_.lost == kStormLoss;
+    for (int i = 0; isStorm && i < 8; ++i) {  // two bytes in every answer
+        variables.append(i % 2 == 0 ? variable(1, 7, QString::number(4 * i), 1)
+                                    : variable(1, 1, QString::number(kSelfLikeCoils + 20 * i, 8), 16));
+    }
+    for (const int station : isStorm ? std::vector<int>() : kStations) {
         for (int i = 0; i < 2 + below(4); ++i) {
             const bool coils = below(2) == 0;
             const int address = coils ? kSelfLikeCoils + below(8) : below(kRegisters - 8);
@@ -221,7 +226,7 @@ void Soak::turn() {
     if (below(2000) == 0) {
         watchSomething();
     }
-    if (below(4000) == 0) {
+    if (below(40000) == 0) {
         line_.restart(nowUs_);
         ++requests_;
     }

@@ -80,6 +80,7 @@ void Wire::send(const QByteArray &frame, Us us, int writer) {
     }
     if (faults_.echo && !chance(faults_.lost)) {
         QByteArray echo = frame;
+        noteGenuine(echo);
         if (chance(faults_.altered)) {
             flip(echo);
         }
@@ -129,13 +130,11 @@ void Wire::advance(Us us) {
 
 void Wire::carryOut(const Request &request) {
     const QByteArray reply = replyTo(request);
-    replies_.push_back(reply);
-    if (replies_.size() > 256) {
-        replies_.pop_front();
-    }
+    noteGenuine(reply);
     if (chance(faults_.foreign)) {
         const char *const frames[] = {"4d030400010002", "010402aaaa", "02020101", "010305aabbccddee", "4d060001ffff"};
         const QByteArray frame = withCrc(frames[between(0, 4)]);
+        noteGenuine(frame);
         const Us us = std::max(request.us, request.replyUs - between(0, 3000));
         at(us, [=] { putOnLine(frame, us); });
     }
@@ -265,8 +264,15 @@ bool Wire::wasRefused(const QByteArray &request, int exceptionCode, Us since) co
     });
 }
 
-bool Wire::isGenuine(const QByteArray &reply) const {
-    return std::find(replies_.begin(), replies_.end(), reply) != replies_.end();
+void Wire::noteGenuine(const QByteArray &frame) {
+    genuine_.push_back(frame);
+    if (genuine_.size() > 512) {
+        genuine_.pop_front();
+    }
+}
+
+bool Wire::isGenuine(const QByteArray &frame) const {
+    return std::find(genuine_.begin(), genuine_.end(), frame) != genuine_.end();
 }
 
 void Wire::note(const std::string &what, const QByteArray &bytes, Us us) {

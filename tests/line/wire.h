@@ -75,8 +75,9 @@ public:
     Cell &holdingRegister(int station, int address) { return registers_[{station, address}]; }
     Cell &coil(int station, int address) { return coils_[{station, address}]; }
     bool wasRefused(const QByteArray &request, int exceptionCode, Us since) const;
-    /// Whether a controller sent these bytes lately: altered ones get a right CRC by accident once in 65,536 times.
-    bool isGenuine(const QByteArray &reply) const;
+    /// Whether somebody put this frame on the line lately, be it an echo or a stranger's: altered bytes get a right CRC
+    /// by accident once in 65,536 times.
+    bool isGenuine(const QByteArray &frame) const;
     Us charactersUs(qint64 characters) const { return characters * 11 * 1000000 / times_.baud; }
     std::mt19937 &random() { return random_; }
     bool chance(double probability) { return std::uniform_real_distribution<double>(0, 1)(random_) < probability; }
@@ -105,6 +106,7 @@ private:
     QByteArray replyTo(const Request &request);
     QByteArray answer(const Request &request);
     void writeCells(const Request &request);
+    void noteGenuine(const QByteArray &frame);
     void putOnLine(const QByteArray &bytes, Us us, Us lastUs = INT64_MAX);
     QByteArray distorted(QByteArray reply);
     void flip(QByteArray &bytes);
@@ -125,7 +127,7 @@ private:
         Us us;
     };
     std::deque<Refusal> refusals_;
-    std::deque<QByteArray> replies_;  // as they left the controllers
+    std::deque<QByteArray> genuine_;  // whole frames as they left whoever sent them
     std::deque<std::string> log_;
 };
 
