@@ -26,7 +26,7 @@ unsigned int findEntry(ValueCache &cache, int station, int entryType, qint64 add
 void storeRun(ValueCache &cache, int station, int entryType, qint64 address, const QByteArray &values) {
     const int entrySize = cacheEntrySize(entryType);
     for (int i = 0; i < values.size() / entrySize; ++i) {
-        const char *value = values.constData() + i * entrySize;
+        const char *value = values.constData() + qint64(i) * entrySize;
         std::copy(value, value + entrySize, entryBytes(cache, station, entryType, address + i));
     }
 }

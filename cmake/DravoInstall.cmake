@@ -1,12 +1,19 @@
-# cmake --install: library, header, CMake package and pkg-config file. Component runtime is what a panel needs,
+# cmake --install: library, line engine, headers, CMake package and pkg-config files. Component runtime is what a panel needs,
 # development what is needed to build a host.
 include(CMakePackageConfigHelpers)
 
 set_target_properties(korvel_dravo_port PROPERTIES EXPORT_NAME dravo_port)
+set_target_properties(korvel_dravo_line PROPERTIES EXPORT_NAME dravo_line)
 set_target_properties(dravo_qtcore PROPERTIES EXPORT_NAME qtcore)
-install(TARGETS korvel_dravo_port dravo_qtcore EXPORT korvel-dravo-port-targets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
-install(FILES include/korvel_dravo_port.h include/korvel_dravo_elements.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+install(TARGETS korvel_dravo_port korvel_dravo_line dravo_qtcore EXPORT korvel-dravo-port-targets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+install(FILES
+    include/korvel_dravo_elements.h
+    include/korvel_dravo_line.h
+    include/korvel_dravo_port.h
+    include/korvel_dravo_statistics.h
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/korvel-dravo-port)
 install(EXPORT korvel-dravo-port-targets NAMESPACE korvel:: DESTINATION ${package_dir} COMPONENT development)
@@ -28,8 +35,10 @@ endif()
 set(pkgconfig_dir ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH pkgconfig_to_prefix ${pkgconfig_dir} ${CMAKE_INSTALL_PREFIX})
 string(REGEX REPLACE "/$" "" pkgconfig_to_prefix ${pkgconfig_to_prefix})
-configure_file(cmake/korvel-dravo-port.pc.in korvel-dravo-port.pc @ONLY)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korvel-dravo-port.pc
-    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+foreach(file korvel-dravo-port.pc korvel-dravo-line.pc)
+    configure_file(cmake/${file}.in ${file} @ONLY)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${file}
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+endforeach()
 
 include(DravoPackages)

@@ -29,7 +29,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libkorvel-dravo-port1)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
-    "Header, CMake package and pkg-config file to build an operator panel's runtime.")
+    "Headers, line engine, CMake package and pkg-config files to build an operator panel's runtime.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libkorvel-dravo-port-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libkorvel-dravo-port1 (= ${package_version})")

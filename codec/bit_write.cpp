@@ -41,7 +41,7 @@ BitWrite bitWrite(const RW_VAR &var) {
     mergeRead.param1 = kMergeRead;
     word.accessFlag = 1;
     word.param1 = 0;
-    const BitWrite halves = {readRequest(mergeRead), writeRequest(word)};
+    BitWrite halves = {readRequest(mergeRead), writeRequest(word)};
     return halves;
 }
 

@@ -12,12 +12,12 @@ const int kWriteReplyLength = 8;
 
 Protocol readProtocol(const RW_VAR &var, const QByteArray &frame, qint64 dataBytes) {
     const int replyLength = saturated(dataBytes + kReadReplyOverhead);
-    const Protocol request = {frame, frame.size(), replyLength, kReadDataOffset, saturated(dataBytes), var, 0, 0, 0};
+    Protocol request = {frame, frame.size(), replyLength, kReadDataOffset, saturated(dataBytes), var, 0, 0, 0};
     return request;
 }
 
 Protocol writeProtocol(const RW_VAR &var, const QByteArray &frame) {
     const int replyLength = var.station != 0 ? kWriteReplyLength : 0;
-    const Protocol request = {frame, frame.size(), replyLength, 0, 0, var, 0, 0, 0};
+    Protocol request = {frame, frame.size(), replyLength, 0, 0, var, 0, 0, 0};
     return request;
 }

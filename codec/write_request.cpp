@@ -34,7 +34,7 @@ WriteForm multipleCoils(const RW_VAR &var) {
 }
 
 WriteForm singleRegister(const RW_VAR &var) {
-    const WriteForm form = {6, elementsOnTheWire(var, 2)};
+    WriteForm form = {6, elementsOnTheWire(var, 2)};
     return form;
 }
 
@@ -61,7 +61,7 @@ WriteForm writeForm(const RW_VAR &var) {
                 break;
         }
     }
-    const WriteForm none = {0, QByteArray()};
+    WriteForm none = {0, QByteArray()};
     return none;
 }
 

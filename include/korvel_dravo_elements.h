@@ -61,7 +61,8 @@ enum { kElementTypeCount = sizeof kElementTypes / sizeof kElementTypes[0] };
 
 /// The row of a type code, null for a code outside 0 to 21.
 inline const ElementType *findElementType(int code) {
-    return code >= 0 && code < kElementTypeCount ? &kElementTypes[code] : 0;  // NOLINT(modernize-use-nullptr): C++98
+    // NOLINTNEXTLINE(modernize-use-nullptr): hosts of C++98 read this too
+    return code >= 0 && code < kElementTypeCount ? &kElementTypes[code] : 0;
 }
 
 /// The bound at which the address map of a type has its gap, or kNoBound. Of a word-pair type it is the bound of its

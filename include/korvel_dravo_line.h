@@ -229,7 +229,8 @@ public:
     Step next(qint64 nowUs);
     /// The bytes of the last Step::Send have been handed to the port.
     void sent(qint64 nowUs);
-    /// The port was closed and opened again. The request that was out is sent again after the silence.
+    /// The port was closed and opened again. Operations that are queued or out fail: nobody wants an old write on a
+    /// machine later. The cyclic reads go on after the silence.
     void restart(qint64 nowUs);
 
     /// Replaces the variables that are read over and over. All of them are usable.

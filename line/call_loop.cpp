@@ -47,18 +47,33 @@ CallLoop::CallLoop(const LineSettings &settings, DriverPort &port, LineStatistic
       pauseUntilUs_(nowUs_),
       phase_(Idle),
       current_() {
-    restart(nowUs);
+    beSilent();
 }
 
+void CallLoop::beSilent() {
+    lineFreeUs_ = nowUs_ + settings_.startSilenceUs;
+}
+
+// A write that was asked for before the device went must not move a machine when it comes back, however much later.
 void CallLoop::restart(qint64 nowUs) {
     advance(nowUs);
     finder_.clear();
     echo_.restart();
-    lineFreeUs_ = nowUs_ + settings_.startSilenceUs;
-    if (phase_ == Waiting || phase_ == Turnaround) {
-        phase_ = Ready;  // the driver still has it outstanding: it is sent again
-        current_.isFirstTry = false;
+    port_.dropOperations();
+    const QList<int> lost = operations_.keys();
+    for (int i = 0; i < lost.size(); ++i) {
+        LineEvent over;
+        over.operation = lost.at(i);
+        over.code = kResultLocalNoReply + 1;
+        over.failure = LineEvent::NoAnswer;
+        tellOperation(over);
     }
+    const QList<int> down = stations_.down();
+    for (int i = 0; i < down.size(); ++i) {
+        DriverPort::setStation(down.at(i), false);
+    }
+    phase_ = Idle;
+    beSilent();
 }
 
 void CallLoop::operationQueued(int operation, int station, int requests) {
@@ -333,7 +348,9 @@ void CallLoop::finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure 
     exchange.exceptionCode = exceptionCode;
     exchange.request = current_.request.shape.frame;
     exchange.reply = current_.answered ? current_.answer.bytes : QByteArray();
-    exchange.replyUs = current_.answered ? current_.answer.arrivedUs - current_.endOfSendingUs : -1;
+    // An answer may be earlier: a pseudo-terminal, or a port that began to send before it had taken all, is quicker
+    // than the baud rate says.
+    exchange.replyUs = current_.answered ? qMax<qint64>(0, current_.answer.arrivedUs - current_.endOfSendingUs) : -1;
     events_.append(exchange);
     count(exchange);
     if (verdict.over && verdict.good && exchange.write) {
@@ -375,16 +392,20 @@ void CallLoop::tellOperations(const LineEvent &exchange) {
     const QList<DriverPort::Finished> finished = port_.takeFinished();
     for (int i = 0; i < finished.size(); ++i) {
         LineEvent over = exchange;
-        over.kind = LineEvent::Operation;
         over.operation = finished.at(i).operation;
         over.done = finished.at(i).done;
-        const Operation ended = operations_.take(over.operation);
-        queuedRequests_ -= ended.requests;
-        over.station = ended.station;
-        events_.append(over);
-        if (stations_.isDown(over.station) && !hasOperations(over.station)) {
-            DriverPort::setStation(over.station, false);
-        }
+        tellOperation(over);
+    }
+}
+
+void CallLoop::tellOperation(LineEvent over) {
+    const Operation ended = operations_.take(over.operation);
+    queuedRequests_ -= ended.requests;
+    over.kind = LineEvent::Operation;
+    over.station = ended.station;
+    events_.append(over);
+    if (stations_.isDown(over.station) && !hasOperations(over.station)) {
+        DriverPort::setStation(over.station, false);
     }
 }
 

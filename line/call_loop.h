@@ -28,7 +28,7 @@ public:
     qint64 nowUs() const { return nowUs_; }
     /// The bytes of the last Step::Send have been handed to the port.
     void sent(qint64 nowUs);
-    /// The port was closed and opened again: what was on the line is lost or may still come.
+    /// The port was closed and opened again: what was on the line is lost or may still come; operations fail.
     void restart(qint64 nowUs);
 
     /// An operation of the station goes into the driver's queue, as so many requests. Until it is over, the station's
@@ -77,6 +77,8 @@ private:
     void finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure failure, int exceptionCode);
     void count(const LineEvent &exchange);
     void tellOperations(const LineEvent &exchange);
+    void tellOperation(LineEvent over);
+    void beSilent();
     void missed(int station);
     bool hasOperations(int station) const;
     void noteWritten(bool done);

@@ -27,19 +27,23 @@ DriverPort::DriverPort(const LineSettings &settings) : comInfo_() {
     }
     SetComInfo(&comInfo_);
     RegistCallBackFuncIntf(&DriverPort::onVariable, 0);
-    dropQueued();
+    dropAll();
 }
 
 DriverPort::~DriverPort() {
-    dropQueued();
+    dropAll();
     RegistCallBackFuncIntf(0, 0);
     SetComInfo(0);
 }
 
-// The driver drops what is queued for disabled stations; a request that is out fails.
-void DriverPort::dropQueued() {
+void DriverPort::dropAll() {
     QList<ReadVarEntry> none;
     setCyclicReads(&none, QList<RW_VAR>());
+    dropOperations();
+}
+
+// The driver drops what is queued for disabled stations.
+void DriverPort::dropOperations() {
     for (int station = 0; station < 256; ++station) {
         setStation(station, false);
     }

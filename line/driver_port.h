@@ -60,6 +60,9 @@ public:
     /// The operations that have ended since the last call, in their order.
     QList<Finished> takeFinished();
 
+    /// Fails the request that is out and drops the queued ones; the cyclic reads stay. No end is told.
+    void dropOperations();
+
     static void setStation(int station, bool enabled);
 
     /// The fields that every record of the own node shares; everything else is 0 or empty.
@@ -68,7 +71,7 @@ public:
 private:
     DriverPort(const DriverPort &);
     DriverPort &operator=(const DriverPort &);
-    void dropQueued();
+    void dropAll();
     static void onVariable(void *port, int ownerId, int itemId, int code);
 
     ComInfo comInfo_;

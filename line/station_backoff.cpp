@@ -37,6 +37,16 @@ bool StationBackoff::missed(int station, qint64 nowUs, qint64 earliestProbeUs) {
     return goesDown;
 }
 
+QList<int> StationBackoff::down() const {
+    QList<int> stations;
+    for (QMap<int, Station>::const_iterator it = stations_.constBegin(); it != stations_.constEnd(); ++it) {
+        if (it.value().isDown) {
+            stations.append(it.key());
+        }
+    }
+    return stations;
+}
+
 QList<int> StationBackoff::takeDue(qint64 nowUs) {
     QList<int> stations;
     for (QMap<int, Station>::iterator it = stations_.begin(); it != stations_.end(); ++it) {

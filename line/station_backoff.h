@@ -24,6 +24,8 @@ public:
     /// @param earliestProbeUs  not before this.
     bool missed(int station, qint64 nowUs, qint64 earliestProbeUs);
 
+    /// Those that are down.
+    QList<int> down() const;
     /// The stations that are down and due to be asked; each is told once for a probe.
     QList<int> takeDue(qint64 nowUs);
     /// When the next one is due; the end of time when none is.

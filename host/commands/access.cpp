@@ -2,15 +2,15 @@
 
 #include "host/commands/exit_status.h"
 #include "host/commands/line_options.h"
+#include "host/pump/pump.h"
 #include "host/pump/stop_signal.h"
 #include "host/screen/printable.h"
-#include "host/tags/driver_values.h"
-#include "host/tags/result_text.h"
 #include "host/tags/value_text.h"
 #include "korvel_dravo_elements.h"
 
 namespace {
 
+constexpr int kReadsForEcho = 3;
 constexpr Bounds kTypes{0, dravo::kElementTypeCount - 1};
 
 /// The types that has holds for: "15, 16, 17 and 20".
@@ -41,11 +41,7 @@ QString addressHelp() {
              typesWith([](const dravo::ElementType &type) { return type.elementClass == dravo::BitInWordClass; }));
 }
 
-bool notStopped() {
-    return !stopRequested();
-}
-
-QString nameOf(const Variable &variable) {
+QString nameOf(const dravo::Variable &variable) {
     return QStringLiteral("station %1 type %2 address %3")
         .arg(variable.station)
         .arg(variable.elemType)
@@ -55,7 +51,7 @@ QString nameOf(const Variable &variable) {
 }  // namespace
 
 void addVariableArguments(OptionSet *options, Options *settings) {
-    Variable &variable = settings->variable;
+    dravo::Variable &variable = settings->variable;
     options->addArgument("TYPE", typeHelp(), takeNumber(kTypes, [&variable](int type) { variable.elemType = type; }));
     options->addArgument("ADDRESS", addressHelp(), [&variable](const QString &text) {
         variable.addressText = text;
@@ -71,7 +67,7 @@ void addAccessOptions(OptionSet *options, Options *settings) {
 
 QStringList resolveVariable(Options *settings) {
     QStringList faults;
-    for (const VariableFault &fault : resolve(&settings->variable)) {
+    for (const dravo::VariableFault &fault : dravo::resolve(&settings->variable)) {
         faults.append(fault.field + QStringLiteral(": ") + fault.reason);
     }
     return faults;
@@ -81,56 +77,72 @@ int Access::open() {
     if (Failure failure = line_.open(options_, {options_.variable.station})) {
         return fail(kExitPort, failure);
     }
-    session_.emplace(options_.driver, line_.link);
+    engine_.emplace(lineSettings(options_), nowUs());
     return kExitDone;
 }
 
+void Access::learnWhetherEchoes() {
+    dravo::Variable one = options_.variable;
+    one.count = 1;
+    dravo::resolve(&one);  // fewer values of a usable variable are usable
+    dravo::LineEvent end;
+    for (int i = 0; i < kReadsForEcho && options_.line.echo == dravo::EchoAuto; ++i) {
+        if (complete(engine_->readOnce(one), &end) || end.failure == dravo::LineEvent::NoAnswer) {
+            return;
+        }
+    }
+}
+
 int Access::write(const QByteArray &values) {
-    const Variable &variable = options_.variable;
-    if (Failure failure = complete(session_->write(variable, values))) {
-        return fail(kExitFailed, Failure(QStringLiteral("write %1: %2").arg(nameOf(variable), failure.text())));
+    const dravo::Variable &variable = options_.variable;
+    if (Failure failure = outcome(engine_->write(variable, values))) {
+        return fail(
+            kExitFailed,
+            Failure(
+                QStringLiteral("write %1: %2; it may have been carried out").arg(nameOf(variable), failure.text())));
     }
     return report(QStringLiteral("written   "), values);
 }
 
 int Access::read(const QString &prefix) {
-    const Variable &variable = options_.variable;
-    if (Failure failure = complete(session_->readOnce(variable))) {
+    const dravo::Variable &variable = options_.variable;
+    if (Failure failure = outcome(engine_->readOnce(variable))) {
         return fail(kExitFailed, Failure(QStringLiteral("read %1: %2").arg(nameOf(variable), failure.text())));
     }
-    return report(prefix, lastKnownValues(variable));
+    return report(prefix, dravo::Line::values(variable));
 }
 
 int Access::report(const QString &what, const QByteArray &values) const {
-    const Variable &variable = options_.variable;
+    const dravo::Variable &variable = options_.variable;
     const QString texts = valueTexts(variable.kind, values, variable.count).join(QLatin1Char(' '));
     return print(QStringLiteral("%1: %2%3\n").arg(nameOf(variable), what, texts));
 }
 
-// Runs the call loop until the operation is over.
-Failure Access::complete(int operation) {
-    using State = DriverSession::OperationState;
-    Failure failure(QStringLiteral("the driver refused it"));
-    int idleInARow = 0;
-    while (session_->outcome(operation) == State::Pending) {
-        const Exchange exchange = session_->step(&notStopped);
-        switch (exchange.status) {
-            case Exchange::Status::Idle:
-                // Once is no more than the pause after five operations of a kind in a row.
-                if (++idleInARow > 1) {
-                    return Failure(QStringLiteral("the driver dropped it"));
-                }
-                break;
-            case Exchange::Status::Interrupted:
-                return Failure(QStringLiteral("interrupted"));
-            case Exchange::Status::LineLost:
-                return line_.link.loss();
-            case Exchange::Status::Judged:
-                idleInARow = 0;
-                failure = Failure(QStringLiteral("%1 (code %2)")
-                                      .arg(describeResult(exchange.code, exchange.exceptionCode))
-                                      .arg(exchange.code));
+Failure Access::complete(int operation, dravo::LineEvent *end) {
+    if (operation == 0) {
+        return Failure(QStringLiteral("so many values need more requests than are queued: raise --frame-limit"));
+    }
+    bool over = false;
+    const auto isNotOver = [&](const dravo::LineEvent &event) {
+        over = event.kind == dravo::LineEvent::Operation && event.operation == operation;
+        *end = event;
+        return !over;
+    };
+    while (!over && !stopRequested()) {
+        if (Failure lost = pump(&line_.port(), &*engine_, isNotOver)) {
+            return lost;
         }
     }
-    return session_->outcome(operation) == State::Done ? Failure() : failure;
+    return over ? Failure() : Failure(QStringLiteral("interrupted"));
+}
+
+Failure Access::outcome(int operation) {
+    dravo::LineEvent end;
+    if (Failure failure = complete(operation, &end)) {
+        return failure;
+    }
+    return end.done ? Failure()
+                    : Failure(QStringLiteral("%1 (code %2)")
+                                  .arg(dravo::describeResult(end.code, end.exceptionCode))
+                                  .arg(end.code));
 }

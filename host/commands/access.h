@@ -19,18 +19,25 @@ public:
     Access(const Access &) = delete;
     Access &operator=(const Access &) = delete;
 
-    /// Each does what it says and prints what came of it. @return the exit status.
+    // Each does what it says and prints what came of it. @return the exit status.
+
     int open();
     int write(const QByteArray &values);
     int read(const QString &prefix);
 
+    /// While nobody knows whether the adapter echoes, the reply to a write of one element could be its echo. Three
+    /// reads that are answered at once tell; that they fail does not matter.
+    void learnWhetherEchoes();
+
 private:
-    Failure complete(int operation);
+    /// How an operation ended. A failure where it did not: interrupted, device lost.
+    Failure complete(int operation, dravo::LineEvent *end);
+    Failure outcome(int operation);
     int report(const QString &what, const QByteArray &values) const;
 
     const Options &options_;
     OpenLine line_;
-    std::optional<DriverSession> session_;
+    std::optional<dravo::Line> engine_;
 };
 
 #endif  // DRAVO_HOST_COMMANDS_ACCESS_H

@@ -9,12 +9,13 @@ namespace {
 
 const char kDescription[] =
     "Reads and writes the values of controllers through the driver library, over a serial port or, without --port, "
-    "over "
-    "a simulated line with simulated controllers.";
+    "over a simulated line with simulated controllers.";
 
 const char kFooter[] =
     "dravo-host COMMAND --help lists the options of a command.\n"
-    "Exit status: 0 done, 1 a request failed or was refused, 2 usage or tag list, 3 the port could not be opened.";
+    "Exit status: 0 done, 1 a request failed or was refused or the device was lost, 2 usage or tag list, 3 the port "
+    "could "
+    "not be opened.";
 
 // The parser looks at the last element first. Of "--name=" it would take the next argument for the value.
 std::vector<std::string> parserArguments(const QStringList &arguments) {

@@ -4,8 +4,12 @@
 
 #include "host/screen/output.h"
 
+void tell(const QString &text) {
+    std::fprintf(stderr, "dravo-host: %s\n", text.toLocal8Bit().constData());
+}
+
 int fail(ExitStatus status, const Failure &failure) {
-    std::fprintf(stderr, "dravo-host: %s\n", failure.text().toLocal8Bit().constData());
+    tell(failure.text());
     return status;
 }
 

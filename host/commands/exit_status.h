@@ -8,7 +8,9 @@
 
 enum ExitStatus { kExitDone = 0, kExitFailed = 1, kExitUsage = 2, kExitPort = 3 };
 
-/// What went wrong, on standard error. @return status.
+/// Text on standard error, after the program's name.
+void tell(const QString &text);
+/// What went wrong, in the same way. @return status.
 int fail(ExitStatus status, const Failure &failure);
 /// Every fault on a line of its own. @return kExitUsage.
 int refuse(const QStringList &faults);

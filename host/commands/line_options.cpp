@@ -5,36 +5,70 @@ namespace {
 constexpr Bounds kRetries{0, 100};
 constexpr Bounds kFrameLimit{1, 125};  // registers that a Modbus read carries; eight times as many coils fit as well
 constexpr Bounds kNode{0, 255};
+constexpr Bounds kLifetimeMs{1, 3 * kTimeoutMs.highest};
+constexpr Bounds kSilenceMs{0, kLifetimeMs.highest};
+constexpr Bounds kDownAfter{0, 1000};
 
 QStringList takeFaults(SimulatedLineOptions *simulation, const QString &text) {
     const simulation::Failure failure = parseFaults(text, simulation);
     return failure ? QStringList{QString::fromStdString(failure.text())} : QStringList();
 }
 
+void addPortOptions(OptionSet *options, PortSettings *port) {
+    options->addText("port", "DEVICE", &port->device, "Serial port; without it the simulated line is used.");
+    options->addNumber("baud", "N", kBaud, &port->baud, "Bits per second.");
+    options->addChoice<QSerialPort::Parity>(
+        "parity", {{"none", QSerialPort::NoParity}, {"even", QSerialPort::EvenParity}, {"odd", QSerialPort::OddParity}},
+        &port->parity, "Parity.");
+    options->addChoice<QSerialPort::StopBits>("stop-bits", {{"1", QSerialPort::OneStop}, {"2", QSerialPort::TwoStop}},
+                                              &port->stopBits, "Stop bits.");
+}
+
+void addReplyOptions(OptionSet *options, Options *settings) {
+    options->addNumber("timeout", "MS", kTimeoutMs, &settings->timeoutMs,
+                       "Longest wait for a reply's first byte. Give more than the slowest controller takes.");
+    options->addNumber("lifetime", "MS", kLifetimeMs, &settings->lifetimeMs,
+                       "Longest time in which a late reply can still come (three timeouts). Nothing that it could be "
+                       "mistaken for is asked before.");
+    options->addNumber("start-silence", "MS", kSilenceMs, &settings->startSilenceMs,
+                       "Silence before the first request (the lifetime; 0 on the simulated line). An earlier master's "
+                       "requests may still be answered.");
+    options->addChoice<dravo::EchoMode>(
+        "echo", {{"auto", dravo::EchoAuto}, {"on", dravo::EchoOn}, {"off", dravo::EchoOff}}, &settings->line.echo,
+        "Whether the adapter returns what it sends. Such a copy of a write looks like its reply.");
+    options->addCheck([settings] {
+        const bool tooShort = settings->lifetimeMs && *settings->lifetimeMs < settings->timeoutMs;
+        return tooShort ? QStringList{QStringLiteral("--lifetime is less than --timeout")} : QStringList();
+    });
+}
+
 }  // namespace
 
 void addLineOptions(OptionSet *options, Options *settings) {
-    LineSettings &line = settings->line;
-    options->addText("port", "DEVICE", &line.device, "Serial port; without it the simulated line is used.");
-    options->addNumber("baud", "N", kBaud, &line.baud, "Bits per second.");
-    options->addChoice<QSerialPort::Parity>(
-        "parity", {{"none", QSerialPort::NoParity}, {"even", QSerialPort::EvenParity}, {"odd", QSerialPort::OddParity}},
-        &line.parity, "Parity.");
-    options->addChoice<QSerialPort::StopBits>("stop-bits", {{"1", QSerialPort::OneStop}, {"2", QSerialPort::TwoStop}},
-                                              &line.stopBits, "Stop bits.");
-    options->addNumber("timeout", "MS", kTimeoutMs, &line.timeoutMs,
-                       "Longest wait for a reply's first byte. Give more than the slowest controller takes: a reply is "
-                       "lost for good after one and a half times this.");
-    options->addNumber("retries", "N", kRetries, &settings->driver.retries,
-                       "Times a request is sent again after a bad reply.");
-    options->addNumber("frame-limit", "N", kFrameLimit, &settings->driver.frameLimit,
+    addPortOptions(options, &settings->port);
+    addReplyOptions(options, settings);
+    dravo::LineSettings &line = settings->line;
+    options->addNumber("retries", "N", kRetries, &line.retries, "Times a request is sent again after a bad reply.");
+    options->addNumber("frame-limit", "N", kFrameLimit, &line.frameLimit,
                        "Most elements in a request. Eight times as many coils. Above 61 a request of 32-bit values, "
                        "above 123 a write, is more than Modbus allows.");
     options->exclude("port", "faults", "--faults are faults of the simulated line and do not go with --port");
 }
 
+void addMonitorLineOptions(OptionSet *options, Options *settings) {
+    options->addChoice<dravo::MergeRule>(
+        "merge", {{"driver", dravo::MergeByDriver}, {"time", dravo::MergeByTime}}, &settings->line.merge,
+        "How variables share requests. Neighbours within the frame limit, or as takes the least time on the line.");
+    options->addNumber(
+        "down-after", "N", kDownAfter, &settings->line.downAfter,
+        "Requests in a row without an answer until a station is only asked now and then, so that it does "
+        "not slow the others down. 0: never.");
+    options->addFlag("give-up", &settings->giveUp,
+                     "End with exit status 1 when the device is lost, instead of opening it again.");
+}
+
 void addSimulationOptions(OptionSet *options, Options *settings) {
-    options->addNumber("remote-node", "N", kNode, &settings->driver.remoteNode,
+    options->addNumber("remote-node", "N", kNode, &settings->remoteNode,
                        "Send remote frames for this node instead of controller frames. It is also taken as the own "
                        "node, so that all records name it, replies are stored and writes are reported.");
     SimulatedLineOptions &simulation = settings->simulation;

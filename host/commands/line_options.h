@@ -10,8 +10,10 @@ constexpr Bounds kTimeoutMs{1, 60000};
 constexpr Bounds kStation{1, 247};
 constexpr Bounds kSeconds{1, 10 * 365 * 24 * 3600};
 
-/// Port, its settings, and how the driver uses it.
+/// Port, its settings, and how requests go over it.
 void addLineOptions(OptionSet *options, Options *settings);
+/// How it is watched for long.
+void addMonitorLineOptions(OptionSet *options, Options *settings);
 /// Remote frames, and the faults of the simulated line.
 void addSimulationOptions(OptionSet *options, Options *settings);
 

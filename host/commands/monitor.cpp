@@ -2,117 +2,137 @@
 
 #include <QtCore/QDateTime>
 
+#include "host/commands/exit_status.h"
+#include "host/pump/pump.h"
 #include "host/pump/stop_signal.h"
-#include "host/tags/result_text.h"
 #include "host/tags/value_text.h"
 
 namespace {
 constexpr int kSliceMs = 50;
+constexpr qint64 kSecondUs = 1000000;  // from one try to open a lost device to the next
+}  // namespace
+
+Monitor::Monitor(const Options &settings, const QVector<dravo::Variable> &variables, OpenLine *line, Screen *screen)
+    : settings_(settings),
+      line_(line),
+      screen_(screen),
+      startUs_(nowUs()),
+      engine_(lineSettings(settings), startUs_),
+      model_(variables, engine_, startUs_) {
+    engine_.watch(variables, startUs_);
 }
 
-// Called between requests and while one waits, so that keys and signals are served on a dead line too. What it starts
-// (a write) the driver takes at its next turn.
+QStringList Monitor::statisticsLines() const {
+    return model_.statisticsLines(nowUs());
+}
+
+// Called all the time, so that keys and signals are served on a dead line too.
 void Monitor::serve() {
-    const bool timeOver = settings_.seconds && clock_.elapsed() >= *settings_.seconds * qint64(1000);
+    const bool timeOver = settings_.seconds && nowUs() - startUs_ >= *settings_.seconds * kSecondUs;
     leaving_ = leaving_ || timeOver || stopRequested();
-    model_.setBytes(link_->bytesOut(), link_->bytesIn());
     if (screen_ == nullptr || leaving_) {
         return;
     }
-    const Screen::Wish wish = screen_->poll(model_, clock_.elapsed());
+    const Screen::Wish wish = screen_->poll(model_, nowUs());
     leaving_ = wish.kind == Screen::Wish::Kind::Leave;
     if (wish.kind == Screen::Wish::Kind::Write) {
         writeSelected(wish);
     }
 }
 
+void Monitor::tellUser(const QString &text) {
+    if (screen_ != nullptr) {
+        screen_->say(text);
+    } else {
+        tell(text);
+    }
+}
+
 Failure Monitor::run() {
     if (screen_ == nullptr) {
-        if (Failure failure = output_.write(recordHeader(settings_.format.value_or(RecordFormat::Table)))) {
-            return failure;
-        }
+        unwritten_ = output_.write(recordHeader(settings_.format.value_or(RecordFormat::Table)));
     }
-    for (serve(); !leaving(); serve()) {
-        const Exchange exchange = session_.step([this] {
-            serve();
-            return !leaving();
-        });
-        if (exchange.status == Exchange::Status::LineLost) {
-            return link_->loss();
-        }
-        if (exchange.status == Exchange::Status::Judged) {
-            judge(exchange);
-        }
-        if (doneInPass_ == requestsPerPass_) {
-            if (Failure failure = recordPass()) {
-                return failure;
+    for (serve(); !leaving_ && !unwritten_; serve()) {
+        Failure lost = pump(&line_->port(), &engine_, [this](const dravo::LineEvent &event) { return take(event); });
+        if (lost) {
+            model_.setLost(true);
+            if (settings_.giveUp) {
+                return lost;
             }
-            awaitNextPass();
+            tellUser(lost.text() + QStringLiteral("; opening it again"));
+            reopen();
         }
     }
-    return Failure();
+    return unwritten_;
 }
 
-void Monitor::judge(const Exchange &exchange) {
-    model_.judged(exchange.code, exchange.exceptionCode);
-    if (exchange.cyclic) {
-        model_.finished(exchange.range, exchange.code, exchange.exceptionCode, clock_.elapsed());
-        ++doneInPass_;
+bool Monitor::take(const dravo::LineEvent &event) {
+    if (event.kind == dravo::LineEvent::PassDone) {
+        passDone(event.passUs);
+    } else if (event.kind == dravo::LineEvent::ReadsChanged) {
+        tellUser(event.text);
+    } else if (event.kind == dravo::LineEvent::Operation) {
+        reportWrite(event);
     }
-    reportWrite(exchange);
+    return !leaving_ && !unwritten_;
 }
 
-Failure Monitor::recordPass() {
-    model_.passDone(double(clock_.elapsed() - passStartMs_));
-    doneInPass_ = 0;
+void Monitor::passDone(qint64 us) {
+    model_.passDone(us);
+    leaving_ = settings_.passes && model_.passes() >= *settings_.passes;
     if (screen_ != nullptr) {
-        return Failure();
+        return;
     }
     const QString time = QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs);
     QByteArray records;
-    for (const Variable &variable : model_.variables()) {
-        ShownVariable shown = model_.shown(variable, clock_.elapsed());
+    for (const dravo::Variable &variable : model_.variables()) {
+        ShownVariable shown = model_.shown(variable, nowUs());
         shown.pass = model_.passes();
         shown.time = time;
         records += record(settings_.format.value_or(RecordFormat::Table), shown);
     }
-    return output_.write(records);
+    unwritten_ = output_.write(records);
 }
 
-void Monitor::awaitNextPass() {
-    leaving_ = leaving_ || (settings_.passes && model_.passes() >= *settings_.passes);
-    const qint64 next = passStartMs_ + settings_.periodMs.value_or(0);
-    for (serve(); !leaving() && clock_.elapsed() < next && pendingWrite_ == 0; serve()) {
-        sleepUnlessStopped(int(qMin<qint64>(kSliceMs, next - clock_.elapsed())));
+void Monitor::reopen() {
+    qint64 nextTryUs = nowUs() + kSecondUs;
+    for (serve(); !leaving_ && model_.isLost(); serve()) {
+        sleepUnlessStopped(kSliceMs);
+        if (nowUs() >= nextTryUs) {
+            model_.setLost(bool(line_->reopen()));
+            nextTryUs = nowUs() + kSecondUs;
+        }
     }
-    passStartMs_ = clock_.elapsed();
+    if (!model_.isLost()) {
+        engine_.restart(nowUs());
+        tellUser(QStringLiteral("the device is open again"));
+    }
 }
 
 void Monitor::writeSelected(const Screen::Wish &wish) {
-    Variable variable = model_.variables().at(wish.variable);
+    dravo::Variable variable = model_.variables().at(wish.variable);
     const QStringList texts = wish.values.simplified().split(QLatin1Char(' '));
     TypedValues values = valueBytes(variable.kind, texts);
     if (texts.size() > variable.count) {
         values.faults.append(QStringLiteral("%1 values for a variable of %2").arg(texts.size()).arg(variable.count));
+    }
+    if (model_.isLost()) {  // it would be carried out at some later time
+        values.faults.append(QStringLiteral("not written: the device is lost"));
     }
     if (!values.faults.isEmpty()) {
         screen_->say(values.faults.first());
         return;
     }
     variable.count = texts.size();
-    resolve(&variable);  // fewer values of a usable variable are usable
-    pendingWrite_ = session_.write(variable, values.bytes);
-    screen_->say(QStringLiteral("writing %1 ...").arg(variable.label));
+    dravo::resolve(&variable);  // fewer values of a usable variable are usable
+    const bool queued = engine_.write(variable, values.bytes) != 0;
+    screen_->say(queued ? QStringLiteral("writing %1 ...").arg(variable.label)
+                        : QStringLiteral("not written: too much is waiting to be written"));
 }
 
-void Monitor::reportWrite(const Exchange &exchange) {
-    if (pendingWrite_ == 0 || session_.outcome(pendingWrite_) == DriverSession::OperationState::Pending) {
-        return;
-    }
-    const bool done = session_.outcome(pendingWrite_) == DriverSession::OperationState::Done;
-    screen_->say(done ? QStringLiteral("written")
-                      : QStringLiteral("write failed, code %1: %2")
-                            .arg(exchange.code)
-                            .arg(describeResult(exchange.code, exchange.exceptionCode)));
-    pendingWrite_ = 0;
+void Monitor::reportWrite(const dravo::LineEvent &end) {
+    tellUser(end.done ? QStringLiteral("written")
+                      : QStringLiteral("write failed, it may have been carried out, code %1: %2")
+                            .arg(end.code)
+                            .arg(dravo::describeResult(end.code, end.exceptionCode)));
 }

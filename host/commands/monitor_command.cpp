@@ -7,7 +7,6 @@
 #include "host/commands/exit_status.h"
 #include "host/commands/line_options.h"
 #include "host/commands/monitor.h"
-#include "host/commands/open_line.h"
 #include "host/tags/tag_list.h"
 
 namespace {
@@ -19,7 +18,7 @@ constexpr int kDemoPeriodMs = 200;
 
 /// The options with what depends on line and terminal filled in.
 Options settled(Options options, bool live) {
-    const bool simulated = options.line.device.isEmpty();
+    const bool simulated = options.port.device.isEmpty();
     if (!options.periodMs) {
         options.periodMs = simulated ? kDemoPeriodMs : 0;
     }
@@ -29,18 +28,18 @@ Options settled(Options options, bool live) {
     return options;
 }
 
-std::set<int> stationsOf(const QVector<Variable> &variables) {
+std::set<int> stationsOf(const QVector<dravo::Variable> &variables) {
     std::set<int> stations;
-    for (const Variable &variable : variables) {
+    for (const dravo::Variable &variable : variables) {
         stations.insert(variable.station);
     }
     return stations;
 }
 
 // Records for programs stay clean: their statistics go to standard error.
-void closingWords(const MonitorModel &model, std::optional<RecordFormat> format) {
+void closingWords(const Monitor &monitor, std::optional<RecordFormat> format) {
     std::FILE *out = format == RecordFormat::Csv || format == RecordFormat::Json ? stderr : stdout;
-    for (const QString &line : model.statisticsLines()) {
+    for (const QString &line : monitor.statisticsLines()) {
         std::fprintf(out, "%s\n", line.toLocal8Bit().constData());
     }
     std::fflush(out);
@@ -64,6 +63,7 @@ void addOptions(OptionSet *options, Options *settings) {
         QStringLiteral("Least time from the start of a pass to the next (%1 on the simulated line, 0 on a port).")
             .arg(kDemoPeriodMs));
     addLineOptions(options, settings);
+    addMonitorLineOptions(options, settings);
     addSimulationOptions(options, settings);
 }
 
@@ -82,28 +82,29 @@ int run(const Options &given) {
     }
     const bool live = screen && screen->isOpen();
     const Options settings = settled(given, live);
-    Monitor monitor(settings, tags.variables, &line.link, live ? &*screen : nullptr);
+    Monitor monitor(settings, tags.variables, &line, live ? &*screen : nullptr);
     const Failure brokenOff = monitor.run();
     screen.reset();
     if (!monitor.readerGone()) {
-        closingWords(monitor.model(), settings.format);
+        closingWords(monitor, settings.format);
         if (brokenOff) {
             return fail(kExitFailed, brokenOff);
         }
     }
-    return monitor.model().anyFailed() ? kExitFailed : kExitDone;
+    return monitor.anyFailed() ? kExitFailed : kExitDone;
 }
 
 }  // namespace
 
-static_assert(kMaxValues == 2000, "named in the description");
+static_assert(dravo::kMostValues == 2000, "named in the description");
 
 const Command kMonitorCommand{
     "monitor",
     "Watch the values of a tag list",
-    "Reads the variables of a tag list over and over and shows each value with its age and state: fresh, stale (older "
-    "than three passes and at least 3 seconds), never read, or failing with the result code and its meaning. A value "
-    "never read is shown as '-'.\n"
+    "Reads the variables of a tag list over and over and shows each value with its age and state: fresh; stale (older "
+    "than three passes should be, at least 1 second, or written since); never read; failing, with the result code and "
+    "its meaning; refused (by its controller, which is asked again after a minute); station down (asked now and then). "
+    "A value never read is shown as '-'.\n"
     "\n"
     "On a terminal the values stand on a live screen: arrow keys select, w writes the selected value, q or Ctrl-C "
     "leaves. Otherwise, or when --format is given, there is one record per value and pass.\n"

@@ -2,12 +2,34 @@
 
 #include <chrono>
 
+namespace {
+constexpr qint64 kMs = 1000;
+constexpr int kStartAndDataBits = 9;
+constexpr int kTimeoutsInLifetime = 3;
+}  // namespace
+
+dravo::LineSettings lineSettings(const Options &options) {
+    const PortSettings &port = options.port;
+    dravo::LineSettings line = options.line;
+    line.baud = port.baud;
+    line.bitsPerCharacter = kStartAndDataBits + (port.parity == QSerialPort::NoParity ? 0 : 1) +
+                            (port.stopBits == QSerialPort::TwoStop ? 2 : 1);
+    line.timeoutUs = options.timeoutMs * kMs;
+    line.lifetimeUs = options.lifetimeMs.value_or(kTimeoutsInLifetime * options.timeoutMs) * kMs;
+    // On a line of its own nobody was asked anything before.
+    line.startSilenceUs = options.startSilenceMs.value_or(port.device.isEmpty() ? 0 : -1) * kMs;
+    line.remoteNode = options.remoteNode.value_or(-1);
+    line.passPeriodUs = options.periodMs.value_or(0) * kMs;
+    return line;
+}
+
 SimulatedLineOptions simulationFor(const Options &options) {
     SimulatedLineOptions simulation = options.simulation;
-    simulation.baud = options.line.baud;
-    simulation.remoteNode = options.driver.remoteNode.value_or(-1);
-    // Late, but within the time for which the host still expects such a reply.
-    simulation.lateBy = std::chrono::milliseconds(options.line.timeoutMs + options.line.timeoutMs / 4 + 1);
+    simulation.baud = options.port.baud;
+    simulation.remoteNode = options.remoteNode.value_or(-1);
+    // Later than the timeout, but within the lifetime that controllers are taken to keep.
+    const dravo::LineSettings line = lineSettings(options);
+    simulation.lateBy = std::chrono::milliseconds((line.timeoutUs + (line.lifetimeUs - line.timeoutUs) / 8) / kMs + 1);
     return simulation;
 }
 
@@ -19,14 +41,14 @@ Failure startSimulation(const SimulatedLineOptions &options, std::unique_ptr<Sim
 }
 
 Failure OpenLine::open(const Options &options, const std::set<int> &stations) {
-    LineSettings settings = options.line;
-    if (settings.device.isEmpty()) {
+    settings_ = options.port;
+    if (settings_.device.isEmpty()) {
         SimulatedLineOptions simulated = simulationFor(options);
         simulated.stations.assign(stations.begin(), stations.end());
-        if (Failure failure = startSimulation(simulated, &simulation)) {
+        if (Failure failure = startSimulation(simulated, &simulation_)) {
             return failure;
         }
-        settings.device = QString::fromStdString(simulation->device());
+        settings_.device = QString::fromStdString(simulation_->device());
     }
-    return link.open(settings);
+    return reopen();
 }

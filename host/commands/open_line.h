@@ -7,14 +7,23 @@
 
 #include "host/commands/options.h"
 
-struct OpenLine {
-    std::unique_ptr<SimulatedLine> simulation;  // null on a port; goes after the link
-    SerialLink link;
-
+class OpenLine {
+public:
     /// Opens the port, or starts controllers with these stations and opens their device.
     Failure open(const Options &options, const std::set<int> &stations);
+    /// Opens the same device again after it was lost.
+    Failure reopen() { return port_.open(settings_); }
+
+    SerialPort &port() { return port_; }
+
+private:
+    std::unique_ptr<SimulatedLine> simulation_;  // null on a port; goes after the port
+    PortSettings settings_;
+    SerialPort port_;
 };
 
+/// How the engine is to run the line.
+dravo::LineSettings lineSettings(const Options &options);
 /// The options of the simulated line, complete for a host with this timeout.
 SimulatedLineOptions simulationFor(const Options &options);
 /// Starts it.

@@ -74,6 +74,18 @@ void OptionSet::addNumber(const char *name, const char *valueName, Bounds bounds
         takeNumber(bounds, [target](int number) { *target = number; }));
 }
 
+void OptionSet::addFlag(const char *name, bool *target, const QString &help) {
+    const QString faultName = longName(QLatin1String(name));
+    CLI::Option *option = command_->add_flag(faultName.toStdString())->description(help.toStdString());
+    option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    define(option, faultName, false, [target](const QStringList &texts) -> QStringList {
+        const QString &text = texts.first();
+        *target = text == QLatin1String("on") || text == QLatin1String("true");  // the parser's own word for a flag
+        return *target || text == QLatin1String("off") ? QStringList()
+                                                       : QStringList{QStringLiteral("'%1': give on or off").arg(text)};
+    });
+}
+
 void OptionSet::addOneOf(const char *name, const QStringList &choices, const QString &standard, const QString &help,
                          const std::function<void(int)> &take) {
     add(name, choices.join(QLatin1Char('|')).toLatin1().constData(),

@@ -41,6 +41,8 @@ public:
     void addNumber(const char *name, const char *valueName, Bounds bounds, int *target, const QString &help);
     void addNumber(const char *name, const char *valueName, Bounds bounds, std::optional<int> *target,
                    const QString &help);
+    /// Takes no value on the command line; in an option file "on" or "off".
+    void addFlag(const char *name, bool *target, const QString &help);
     template <typename Choice, typename Target>
     void addChoice(const char *name, const std::vector<std::pair<const char *, Choice>> &choices, Target *target,
                    const QString &help) {

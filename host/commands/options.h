@@ -4,21 +4,26 @@
 
 #include <optional>
 
-#include "host/commands/driver_session.h"
-#include "host/pump/serial_link.h"
+#include "host/pump/serial_port.h"
 #include "host/screen/record_output.h"
 #include "host/simulation/simulated_line.h"
+#include "korvel_dravo_line.h"
 
 struct Options {
-    LineSettings line;  // device empty: the embedded default, simulated controllers
-    DriverSettings driver;
+    PortSettings port;         // device empty: the embedded default, simulated controllers
+    dravo::LineSettings line;  // retries, frame limit, down after, echo and merge; the rest: lineSettings()
+    int timeoutMs = 500;
+    std::optional<int> lifetimeMs;
+    std::optional<int> startSilenceMs;
+    std::optional<int> remoteNode;
     SimulatedLineOptions simulation;  // stations (simulate), faults and seed
+    bool giveUp = false;              // monitor: a lost device ends it
     QString tagFile;                  // empty: the built-in sample
     std::optional<RecordFormat> format;
     std::optional<int> passes;
     std::optional<int> seconds;
     std::optional<int> periodMs;
-    Variable variable;  // read and write; resolved
+    dravo::Variable variable;  // read and write; resolved
     QStringList values;
     QString link;  // simulate: symbolic links to the two devices, empty where none is asked for
     QString secondLink;

@@ -88,9 +88,9 @@ void addOptions(OptionSet *options, Options *settings) {
     options->add("stations", "LIST", QStringLiteral("Stations, separated by commas (%1).").arg(listOf(*stations)),
                  [stations](const QString &list) { return takeStations(list, stations); });
     options->addNumber("seconds", "N", kSeconds, &settings->seconds, QStringLiteral("Stop after so many seconds."));
-    options->addNumber("timeout", "MS", kTimeoutMs, &settings->line.timeoutMs,
+    options->addNumber("timeout", "MS", kTimeoutMs, &settings->timeoutMs,
                        QStringLiteral("Timeout of the masters, which a late reply passes."));
-    options->addNumber("baud", "N", kBaud, &settings->line.baud,
+    options->addNumber("baud", "N", kBaud, &settings->port.baud,
                        QStringLiteral("Bits per second, for the silence between frames."));
     addSimulationOptions(options, settings);
     options->addCheck([settings] {

@@ -10,7 +10,7 @@ namespace {
 constexpr int kMostCoils = 1968;  // that one Modbus write carries; the driver sends coils in one request
 
 QStringList check(Options *settings) {
-    Variable &variable = settings->variable;
+    dravo::Variable &variable = settings->variable;
     const QStringList &texts = settings->values;
     variable.count = texts.size();
     QStringList faults = resolveVariable(settings);
@@ -36,6 +36,7 @@ int run(const Options &settings) {
     Access access(settings);
     int status = access.open();
     if (status == kExitDone) {
+        access.learnWhetherEchoes();
         status = access.write(valueBytes(settings.variable.kind, settings.values).bytes);
     }
     return status == kExitDone ? access.read(QStringLiteral("read back ")) : status;
@@ -46,6 +47,8 @@ int run(const Options &settings) {
 const Command kWriteCommand{
     "write",
     "Write values and read them back",
+    "'written' means that the controller carried it out; a write that fails may have been carried out as well.\n"
+    "\n"
     "Bits are shown as 0 or 1, everything else as unsigned decimal numbers.",
     &addOptions,
     &run,

@@ -6,8 +6,8 @@ namespace {
 
 using Shown = ShownVariable;
 
-bool isFailing(const Shown &shown) {
-    return shown.state.code != 0;
+qint64 ageMs(const Shown &shown) {
+    return shown.state.ageUs < 0 ? -1 : shown.state.ageUs / 1000;
 }
 
 QJsonValue knownOrNull(bool known, const QJsonValue &value) {
@@ -15,22 +15,25 @@ QJsonValue knownOrNull(bool known, const QJsonValue &value) {
 }
 
 QString ageText(const Shown &shown) {
-    const qint64 ageMs = shown.state.ageMs;
-    if (ageMs < 0) {
+    const qint64 ms = ageMs(shown);
+    if (ms < 0) {
         return QStringLiteral("-");
     }
-    return ageMs < 10000 ? QStringLiteral("%1 ms").arg(ageMs) : QStringLiteral("%1 s").arg(ageMs / 1000);
+    return ms < 10000 ? QStringLiteral("%1 ms").arg(ms) : QStringLiteral("%1 s").arg(ms / 1000);
 }
 
-// The screen has code and meaning behind state and values, where they cost no columns of their own.
+// The screen has code and meaning behind state and values, where they cost no columns of their own. That a station is
+// down says what its code says.
 QString stateAndCode(const Shown &shown) {
-    const QString name = conditionName(shown.state.condition);
-    return isFailing(shown) ? QStringLiteral("%1 %2").arg(name).arg(shown.state.code) : name;
+    const QString name = dravo::conditionName(shown.state.condition);
+    return shown.state.code != 0 && shown.state.condition != dravo::Down
+               ? QStringLiteral("%1 %2").arg(name).arg(shown.state.code)
+               : name;
 }
 
 QString valuesAndMeaning(const Shown &shown) {
     const QString values = columnText(shown.values);
-    return isFailing(shown) ? values + QStringLiteral("   ") + shown.meaning : values;
+    return shown.meaning.isEmpty() ? values : values + QStringLiteral("   ") + shown.meaning;
 }
 
 }  // namespace
@@ -41,15 +44,15 @@ const QVector<Column> &columns() {
         //           in records                                                                            on the screen
         {"pass",      6, [](const Shown &s) { return QJsonValue(s.pass); },                                nullptr,   0, nullptr},
         {"time",     24, [](const Shown &s) { return QJsonValue(s.time); },                                nullptr,   0, nullptr},
-        {"label",    28, [](const Shown &s) { return QJsonValue(s.variable.label); },                      "label",   24, nullptr},
+        {"label",    28, [](const Shown &s) { return QJsonValue(s.variable.label); },                      "label",   23, nullptr},
         {"type",      5, [](const Shown &s) { return QJsonValue(s.variable.elemType); },                   "type",     6, nullptr},
         {"address",  10, [](const Shown &s) { return QJsonValue(s.variable.addressText); },                "address",  9, nullptr},
         {"station",   8, [](const Shown &s) { return QJsonValue(s.variable.station); },                    "station",  8, nullptr},
-        {"state",    11, [](const Shown &s) { return QJsonValue(conditionName(s.state.condition)); },      "state",   12, &stateAndCode},
-        {"age_ms",    8, [](const Shown &s) { return knownOrNull(s.state.ageMs >= 0, s.state.ageMs); },    "age",      9, &ageText},
+        {"state",    12, [](const Shown &s) { return QJsonValue(dravo::conditionName(s.state.condition)); }, "state", 13, &stateAndCode},
+        {"age_ms",    8, [](const Shown &s) { return knownOrNull(ageMs(s) >= 0, ageMs(s)); },              "age",      9, &ageText},
         {"values",   24, [](const Shown &s) { return QJsonValue(s.values); },                              "values",   0, &valuesAndMeaning},
-        {"code",      5, [](const Shown &s) { return knownOrNull(isFailing(s), s.state.code); },           nullptr,   0, nullptr},
-        {"meaning",   0, [](const Shown &s) { return knownOrNull(isFailing(s), s.meaning); },              nullptr,   0, nullptr},
+        {"code",      5, [](const Shown &s) { return knownOrNull(s.state.code != 0, s.state.code); },      nullptr,   0, nullptr},
+        {"meaning",   0, [](const Shown &s) { return knownOrNull(!s.meaning.isEmpty(), s.meaning); },      nullptr,   0, nullptr},
     };
     // clang-format on
     return kColumns;

@@ -7,14 +7,14 @@
 #include <QtCore/QString>
 #include <QtCore/QVector>
 
-#include "host/tags/value_states.h"
+#include "korvel_dravo_line.h"
 
 /// A variable and all that is told of it.
 struct ShownVariable {
-    Variable variable;
-    ValueState state;
+    dravo::Variable variable;
+    dravo::ValueState state;
     QJsonArray values;  // numbers; null where never read
-    QString meaning;    // of a failing variable's code, else empty
+    QString meaning;    // why there is no fresh value; empty where nothing failed
     qint64 pass = 0;    // records only
     QString time;       // records only
 };

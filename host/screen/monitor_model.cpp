@@ -1,34 +1,83 @@
 #include "host/screen/monitor_model.h"
 
-#include "host/tags/driver_values.h"
-#include "host/tags/result_text.h"
 #include "host/tags/value_text.h"
 
 namespace {
 
-// A value read in every one of the last passes is never stale, and a slow pass alone makes none stale.
-constexpr int kStalePasses = 3;
-constexpr qint64 kLeastStaleMs = 3000;
+constexpr qint64 kSecondUs = 1000000;
+constexpr qint64 kLongestWaitUs = 3600 * kSecondUs;  // far above the engine's longest
+
+QString milliseconds(qint64 us) {
+    return QString::number(double(us) / 1000, 'f', 1);
+}
+
+qint64 exceptionsOf(const dravo::LineCounts &counts) {
+    qint64 sum = 0;
+    for (const qint64 exceptions : counts.exceptions) {
+        sum += exceptions;
+    }
+    return sum;
+}
 
 }  // namespace
 
-QStringList MonitorModel::statisticsLines() const {
-    return {passes_.line(), requests_.line(),
-            QStringLiteral("bytes out %1   bytes in %2").arg(bytesOut_).arg(bytesIn_)};
+void MonitorModel::setLost(bool lost) {
+    lost_ = lost;
+    everLost_ = everLost_ || lost;
 }
 
-ShownVariable MonitorModel::shown(const Variable &variable, qint64 nowMs) const {
-    const qint64 staleAfterMs = qMax(kLeastStaleMs, qint64(kStalePasses * passes_.medianMs()));
+bool MonitorModel::anyFailed() const {
+    bool any = everLost_;
+    for (const qint64 failures : line_.statistics().line().counts.failures) {
+        any = any || failures > 0;
+    }
+    return any;
+}
+
+QStringList MonitorModel::statisticsLines(qint64 nowUs) const {
+    const dravo::LineFigures &line = line_.statistics().line();
+    const dravo::LineCounts &counts = line.counts;
+    return {passes_.line(line_.requestsPerPass()),
+            QStringLiteral("requests %1   retries %2   failed: no answer %3  damaged %4  refused %5")
+                .arg(counts.sendings)
+                .arg(counts.retries)
+                .arg(counts.failures[dravo::LineCounts::NoAnswer])
+                .arg(counts.failures[dravo::LineCounts::Damaged])
+                .arg(counts.failures[dravo::LineCounts::Refused]),
+            QStringLiteral("reply ms: median %1  95th %2  99th %3  max %4   exceptions %5")
+                .arg(milliseconds(line.replyTimes.quantileUs(50)), milliseconds(line.replyTimes.quantileUs(95)),
+                     milliseconds(line.replyTimes.quantileUs(99)), milliseconds(line.replyTimes.longestUs()))
+                .arg(exceptionsOf(counts)),
+            QStringLiteral("bytes out %1  in %2   busy %3 %   dropped: late %4  foreign %5")
+                .arg(counts.bytesOut)
+                .arg(counts.bytesIn)
+                .arg(counts.busyPerMille(nowUs - startUs_) / 10.0, 0, 'f', 1)
+                .arg(counts.lateDropped)
+                .arg(counts.foreignDropped)};
+}
+
+ShownVariable MonitorModel::shown(const dravo::Variable &variable, qint64 nowUs) const {
     ShownVariable shown;
     shown.variable = variable;
-    shown.state = states_.stateOf(variable, nowMs, staleAfterMs);
-    const QByteArray bytes = lastKnownValues(variable);
+    shown.state = line_.stateOf(variable, nowUs);
+    if (lost_ && shown.state.condition == dravo::Fresh) {
+        shown.state.condition = dravo::Stale;
+    }
+    const QByteArray bytes = dravo::Line::values(variable);
     for (int i = 0; i < variable.count; ++i) {
         shown.values.append(shown.state.valuesRead.at(i) ? QJsonValue(qint64(valueAt(variable.kind, bytes, i)))
                                                          : QJsonValue(QJsonValue::Null));
     }
-    if (shown.state.condition == Condition::Failing) {
-        shown.meaning = describeResult(shown.state.code, shown.state.exceptionCode);
-    }
+    shown.meaning = meaningOf(shown.state, variable.station, nowUs);
     return shown;
+}
+
+QString MonitorModel::meaningOf(const dravo::ValueState &state, int station, qint64 nowUs) const {
+    if (state.condition == dravo::Down) {
+        const qint64 waitUs = line_.nextProbeUs(station) - nowUs;
+        return waitUs > 0 && waitUs < kLongestWaitUs
+                   ? QStringLiteral("no answer, next try in %1 s").arg((waitUs + kSecondUs - 1) / kSecondUs)
+                   : QStringLiteral("no answer, trying now");
+    }
+    return state.code != 0 ? dravo::describeResult(state.code, state.exceptionCode) : QString();
 }

@@ -8,41 +8,35 @@
 
 #include "host/screen/columns.h"
 #include "host/screen/pass_statistics.h"
-#include "host/tags/request_statistics.h"
 
 class MonitorModel {
 public:
-    /// variables: usable ones.
-    MonitorModel(const QVector<Variable> &variables, int requestsPerPass)
-        : variables_(variables), passes_(requestsPerPass) {}
+    /// variables: those that the line watches. The line outlives the model.
+    MonitorModel(const QVector<dravo::Variable> &variables, const dravo::Line &line, qint64 nowUs)
+        : variables_(variables), line_(line), startUs_(nowUs) {}
 
-    /// A request was judged, over for good or to be sent again.
-    void judged(int code, int exceptionCode) { requests_.judged(code, exceptionCode); }
-    /// A cyclic request over range is over.
-    void finished(const ElementRange &range, int code, int exceptionCode, qint64 nowMs) {
-        states_.finished(range, code, exceptionCode, nowMs);
-    }
-    void passDone(double milliseconds) { passes_.passDone(milliseconds); }
-    /// What has gone over the line so far.
-    void setBytes(qint64 out, qint64 in) {
-        bytesOut_ = out;
-        bytesIn_ = in;
-    }
+    void passDone(qint64 us) { passes_.passDone(double(us) / 1000); }
+    /// While the device is lost no value is fresh.
+    void setLost(bool lost);
 
-    const QVector<Variable> &variables() const { return variables_; }
+    const QVector<dravo::Variable> &variables() const { return variables_; }
     qint64 passes() const { return passes_.passes(); }
-    bool anyFailed() const { return requests_.anyFailed(); }
-    QStringList statisticsLines() const;
-    /// A variable with the driver's last known values.
-    ShownVariable shown(const Variable &variable, qint64 nowMs) const;
+    bool isLost() const { return lost_; }
+    /// Whether a request failed or the device was lost.
+    bool anyFailed() const;
+    QStringList statisticsLines(qint64 nowUs) const;
+    /// A variable with the last known values.
+    ShownVariable shown(const dravo::Variable &variable, qint64 nowUs) const;
 
 private:
-    QVector<Variable> variables_;
+    QString meaningOf(const dravo::ValueState &state, int station, qint64 nowUs) const;
+
+    QVector<dravo::Variable> variables_;
+    const dravo::Line &line_;
+    qint64 startUs_;
     PassStatistics passes_;
-    RequestStatistics requests_;
-    ValueStates states_;
-    qint64 bytesOut_ = 0;
-    qint64 bytesIn_ = 0;
+    bool lost_ = false;
+    bool everLost_ = false;
 };
 
 #endif  // DRAVO_HOST_SCREEN_MONITOR_MODEL_H

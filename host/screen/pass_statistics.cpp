@@ -27,10 +27,10 @@ double PassStatistics::medianMs() const {
     return *middle;
 }
 
-QString PassStatistics::line() const {
-    return QStringLiteral("passes %1   requests per pass %2   ms per pass: min %3  median %4  max %5")
+QString PassStatistics::line(int requestsPerPass) const {
+    return QStringLiteral("passes %1   requests per pass %2   pass ms: min %3  median %4  max %5")
         .arg(passes_)
-        .arg(requestsPerPass_)
+        .arg(requestsPerPass)
         .arg(shortestMs_, 0, 'f', 1)
         .arg(medianMs(), 0, 'f', 1)
         .arg(longestMs_, 0, 'f', 1);

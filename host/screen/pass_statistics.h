@@ -7,18 +7,15 @@
 
 class PassStatistics {
 public:
-    explicit PassStatistics(int requestsPerPass) : requestsPerPass_(requestsPerPass) {}
-
     void passDone(double milliseconds);
 
     qint64 passes() const { return passes_; }
     /// Of the last 1000 passes; 0 before the first.
     double medianMs() const;
     /// The figures on one line.
-    QString line() const;
+    QString line(int requestsPerPass) const;
 
 private:
-    int requestsPerPass_;
     qint64 passes_ = 0;
     QVector<double> recentMs_;  // a ring of the last passes
     double shortestMs_ = 0;

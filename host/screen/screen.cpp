@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kDrawEveryMs = 200;
 constexpr int kHeaderRows = 2;
-constexpr int kFooterRows = 6;  // a blank row, three of statistics, message, keys
+constexpr int kFooterRows = 7;  // a blank row, four of statistics, message, keys
 constexpr int kLongestTyped = 1000;
 constexpr int kEscape = 27;
 constexpr int kRubout = 127;
@@ -32,14 +32,16 @@ void putText(int row, int column, int width, const QString &text) {
     mvaddnwstr(row, column, shown.c_str(), int(shown.size()));
 }
 
-int attributeOf(Condition condition) {
+int attributeOf(dravo::Condition condition) {
     switch (condition) {
-        case Condition::Failing:
+        case dravo::Failing:
+        case dravo::NotReadable:
+        case dravo::Down:
             return int(A_BOLD);
-        case Condition::Stale:
-        case Condition::NeverRead:
+        case dravo::Stale:
+        case dravo::NeverRead:
             return int(A_DIM);
-        case Condition::Fresh:
+        case dravo::Fresh:
             break;
     }
     return int(A_NORMAL);
@@ -68,7 +70,7 @@ Screen::~Screen() {
     }
 }
 
-Screen::Wish Screen::poll(const MonitorModel &model, qint64 nowMs) {
+Screen::Wish Screen::poll(const MonitorModel &model, qint64 nowUs) {
     Wish wish;
     wint_t key = 0;
     for (int kind = get_wch(&key); kind != ERR && wish.kind == Wish::Kind::None;
@@ -77,7 +79,7 @@ Screen::Wish Screen::poll(const MonitorModel &model, qint64 nowMs) {
         wish = handleKey(int(key), kind != KEY_CODE_YES, model);
     }
     if (dirty_ || !sinceDrawn_.isValid() || sinceDrawn_.elapsed() >= kDrawEveryMs) {
-        draw(model, nowMs);
+        draw(model, nowUs);
     }
     return wish;
 }
@@ -128,19 +130,23 @@ int Screen::valueRows() const {
 
 void Screen::select(int row, const MonitorModel &model) {
     selected_ = qBound(0, row, model.variables().size() - 1);
+    message_.clear();
 }
 
-void Screen::draw(const MonitorModel &model, qint64 nowMs) {
+void Screen::draw(const MonitorModel &model, qint64 nowUs) {
     sinceDrawn_.start();
     dirty_ = false;
     const int rows = valueRows();
     const int width = getmaxx(stdscr);
     top_ = qBound(selected_ - rows + 1, top_, selected_);
     werase(stdscr);
-    putText(0, 0, width, QStringLiteral("dravo-host monitor   %1 variables").arg(model.variables().size()));
-    drawValues(model, rows, nowMs);
+    putText(0, 0, width,
+            QStringLiteral("dravo-host monitor   %1 variables%2")
+                .arg(model.variables().size())
+                .arg(model.isLost() ? QStringLiteral("   DEVICE LOST, opening it again") : QString()));
+    drawValues(model, rows, nowUs);
     int row = kHeaderRows + qMin(rows, model.variables().size()) + 1;
-    for (const QString &line : model.statisticsLines()) {
+    for (const QString &line : model.statisticsLines(nowUs)) {
         putText(row++, 0, width, line);
     }
     if (editing_) {
@@ -148,13 +154,15 @@ void Screen::draw(const MonitorModel &model, qint64 nowMs) {
         putText(row++, 0, width, prompt.right(qMax(width - 1, 1)) + QLatin1Char('_'));
         putText(row, 0, width, QStringLiteral("Enter writes   Esc gives up"));
     } else {
-        putText(row++, 0, width, message_);
+        // Where a narrow screen cuts it off: what is wrong with the selected variable.
+        const ShownVariable selected = model.shown(model.variables().at(selected_), nowUs);
+        putText(row++, 0, width, message_.isEmpty() ? selected.meaning : message_);
         putText(row, 0, width, QStringLiteral("arrows select   w write   q leave"));
     }
     wrefresh(stdscr);
 }
 
-void Screen::drawValues(const MonitorModel &model, int rows, qint64 nowMs) {
+void Screen::drawValues(const MonitorModel &model, int rows, qint64 nowUs) {
     const int width = getmaxx(stdscr);
     // text: of a column in this row.
     const auto putRow = [width](int row, const auto &text) {
@@ -170,7 +178,7 @@ void Screen::drawValues(const MonitorModel &model, int rows, qint64 nowMs) {
     wattrset(stdscr, int(A_UNDERLINE));
     putRow(1, [](const Column &column) { return QString::fromLatin1(column.title); });
     for (int i = 0; i < rows && top_ + i < model.variables().size(); ++i) {
-        const ShownVariable shown = model.shown(model.variables().at(top_ + i), nowMs);
+        const ShownVariable shown = model.shown(model.variables().at(top_ + i), nowUs);
         wattrset(stdscr, attributeOf(shown.state.condition) | (top_ + i == selected_ ? int(A_REVERSE) : 0));
         putRow(kHeaderRows + i, [&shown](const Column &column) {
             return column.screenText != nullptr ? column.screenText(shown) : columnText(column.value(shown));

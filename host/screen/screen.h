@@ -26,7 +26,7 @@ public:
         QString values;    // Write: as typed, separated by blanks
     };
     /// Handles the keys pressed since the last call and draws when a redraw is due. Returns at once.
-    Wish poll(const MonitorModel &model, qint64 nowMs);
+    Wish poll(const MonitorModel &model, qint64 nowUs);
 
     /// A line below the values, until the next one.
     void say(const QString &message) { message_ = message; }
@@ -35,8 +35,8 @@ private:
     Wish handleKey(int key, bool isCharacter, const MonitorModel &model);
     void editKey(int key, bool isCharacter, Wish *wish);
     void select(int row, const MonitorModel &model);
-    void draw(const MonitorModel &model, qint64 nowMs);
-    void drawValues(const MonitorModel &model, int rows, qint64 nowMs);
+    void draw(const MonitorModel &model, qint64 nowUs);
+    void drawValues(const MonitorModel &model, int rows, qint64 nowUs);
     int valueRows() const;
 
     ::screen *terminal_ = nullptr;

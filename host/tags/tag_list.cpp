@@ -53,7 +53,7 @@ private:
             return;
         }
 
-        Variable variable;
+        dravo::Variable variable;
         variable.label = row.fields.at(0);
         variable.addressText = row.fields.at(2);
         if (variable.label.isEmpty()) {
@@ -63,7 +63,7 @@ private:
         const bool typeGood = readNumber(2, &variable.elemType);
         readNumber(4, &variable.station);
         readNumber(5, &variable.count);
-        for (const VariableFault &found : resolve(&variable)) {
+        for (const dravo::VariableFault &found : dravo::resolve(&variable)) {
             if (typeGood || found.field != QLatin1String("address")) {
                 fault(columns().indexOf(found.field) + 1, found.reason);
             }

@@ -7,11 +7,11 @@
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
 
-#include "host/tags/variable.h"
+#include "korvel_dravo_line.h"
 
 struct TagList {
-    QVector<Variable> variables;  // resolved
-    QStringList faults;           // "line 3, column 2 (type): ..." for everything wrong; empty: the list is usable
+    QVector<dravo::Variable> variables;  // resolved
+    QStringList faults;  // "line 3, column 2 (type): ..." for everything wrong; empty: the list is usable
 };
 
 /// Reads UTF-8 text, with or without a byte order mark.

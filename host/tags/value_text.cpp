@@ -33,7 +33,7 @@ struct KindFacts {
     const char *allowed;
 };
 
-const KindFacts &factsOf(ValueKind kind) {
+const KindFacts &factsOf(dravo::ValueKind kind) {
     static const KindFacts kFacts[] = {
         {1, 0, 1, "on, off, 1 or 0"},
         {2, -32768, 65535, "-32768 to 65535, or 0x0 to 0xffff"},
@@ -53,11 +53,11 @@ std::optional<qint64> wholeNumber(const QString &text) {
     return hex ? std::optional<qint64>(*hex) : std::nullopt;
 }
 
-TypedValues valueBytes(ValueKind kind, const QStringList &texts) {
+TypedValues valueBytes(dravo::ValueKind kind, const QStringList &texts) {
     const KindFacts &facts = factsOf(kind);
     TypedValues values;
     for (const QString &text : texts) {
-        const std::optional<qint64> value = kind == ValueKind::Bit ? bitOf(text) : wholeNumber(text);
+        const std::optional<qint64> value = kind == dravo::BitValue ? bitOf(text) : wholeNumber(text);
         if (!value || *value < facts.lowest || *value > facts.highest) {
             values.faults.append(
                 QStringLiteral("'%1' is no value here: give %2").arg(text, QLatin1String(facts.allowed)));
@@ -70,7 +70,7 @@ TypedValues valueBytes(ValueKind kind, const QStringList &texts) {
     return values;
 }
 
-quint32 valueAt(ValueKind kind, const QByteArray &bytes, int index) {
+quint32 valueAt(dravo::ValueKind kind, const QByteArray &bytes, int index) {
     const int size = factsOf(kind).bytes;
     quint32 value = 0;
     for (int i = 0; i < size; ++i) {
@@ -82,7 +82,7 @@ quint32 valueAt(ValueKind kind, const QByteArray &bytes, int index) {
     return value;
 }
 
-QStringList valueTexts(ValueKind kind, const QByteArray &bytes, int count) {
+QStringList valueTexts(dravo::ValueKind kind, const QByteArray &bytes, int count) {
     QStringList texts;
     for (int i = 0; i < count; ++i) {
         texts.append(QString::number(valueAt(kind, bytes, i)));

@@ -7,7 +7,7 @@
 #include <QtCore/QStringList>
 #include <optional>
 
-#include "host/tags/variable.h"
+#include "korvel_dravo_line.h"
 
 /// A whole number as it is typed: decimal, also negative, or 0x hexadecimal up to 0xffffffff. Empty: text is none.
 std::optional<qint64> wholeNumber(const QString &text);
@@ -18,12 +18,12 @@ struct TypedValues {
 };
 
 /// Reads values as they are typed: on, off, 0 or 1 for a bit; else whole numbers, negative ones in two's complement.
-TypedValues valueBytes(ValueKind kind, const QStringList &texts);
+TypedValues valueBytes(dravo::ValueKind kind, const QStringList &texts);
 
 /// Value number index, unsigned; 0 past the end of bytes.
-quint32 valueAt(ValueKind kind, const QByteArray &bytes, int index);
+quint32 valueAt(dravo::ValueKind kind, const QByteArray &bytes, int index);
 
 /// The first count values of bytes, unsigned and in decimal.
-QStringList valueTexts(ValueKind kind, const QByteArray &bytes, int count);
+QStringList valueTexts(dravo::ValueKind kind, const QByteArray &bytes, int count);
 
 #endif  // DRAVO_HOST_TAGS_VALUE_TEXT_H

@@ -13,21 +13,9 @@ TEST_F(HostAccess, RefusedReadsLeaveTheCacheAlone) {
     EXPECT_EQ(getValues("22@10+1048576").size(), 2 * kMaxElementCount);
 }
 
-const char kWrites[] = R"(
-    write                       | limit | given                                 | queued
-    words in pieces             | 2     | 7@100+5=01000200030004000500          | 7@100+2=01000200 7@102+2=03000400 7@104+1=0500
-    limit below 1 is 1          | 0     | 7@5+2=01000200                        | 7@5+1=0100 7@6+1=0200
-    a pair across the gap       | 2     | 14@251+6=010000000200000078563412     | 14@251+2=0100000002000000 8@255+1=3412 8@256+1=7856
-    bits, octal address         | 1     | 1@10+9=02                             | 1@8+9=0100
-    bits in words               | 32    | 16@2.5+3=0200                         | 16@37+1=01 16@38+1=00 16@39+1=00
-    no bits are a request       | 32    | 1@0+0=01                              | 1@0+0
-    unknown type                | 32    | 22@5+1=0100                           |
-    text that does not convert  | 32    | 7@x+1=0100                            |
-    too many elements           | 32    | 7@5+1048577=0100                      |)";
-
 TEST_F(HostAccess, WritesShowTheSameByEveryRoad) {
     enum Road { cacheOnly, linkDown, linkUp };
-    for (const TableRow &row : table(kWrites)) {
+    for (const TableRow &row : table(cases("cache/func_get_or_set_data", "writes"))) {
         SCOPED_TRACE(row.line());
         std::string shown;
         for (const Road road : {cacheOnly, linkDown, linkUp}) {
@@ -60,9 +48,9 @@ TEST_F(HostAccess, SettingsInTheWrites) {
     for (const RW_VAR &write : static_cast<const QList<RW_VAR> &>(PLC_driver.writeVarList)) {
         EXPECT_EQ(write.accessFlag, 1);
         EXPECT_EQ(write.remoteMode, 3);
-        EXPECT_EQ(write.retValue, 0);
-        EXPECT_EQ(write.param1, 0);
-        EXPECT_EQ(write.param2, 0);
+        for (const int zero : {write.retValue, write.param1, write.param2}) {
+            EXPECT_EQ(zero, 0);
+        }
         EXPECT_EQ(write.label, QString::fromLatin1("label"));
         EXPECT_EQ(write.addressText, QString::fromLatin1("7999"));
     }

@@ -14,7 +14,7 @@ TEST(ValueCache, KeysAndEntries) {
         unsigned int key;
         int entrySize;
     } elements[] = {
-        {"word", 1, 7, 100, 0x01070064, 2},         {"only the low bytes count", 257, 263, 65636, 0x01070064, 2},
+        {"word", 1, 7, 100, 0x01070064, 2},         {"only the low bytes count", 257, 264, 65636, 0x01080064, 2},
         {"last bit type", 2, 6, 1, 0x02060001, 1},  {"pair type has words", 2, 12, 1, 0x020c0001, 2},
         {"double word", 2, 13, 1, 0x020d0001, 4},   {"unknown type has words", 2, 22, 1, 0x02160001, 2},
         {"all below 0", -1, -1, -1, 0xffffffff, 2}, {"the extremes", INT_MIN, 7, INT_MAX, 0x0007ffff, 2},
@@ -26,7 +26,7 @@ TEST(ValueCache, KeysAndEntries) {
         EXPECT_EQ(cache.value(element.key).size(), element.entrySize) << element.name;
     }
     EXPECT_EQ(cacheText(cache),
-              "0007ffff=0000 01070064=3412 02060001=00 020c0001=0000 020d0001=00000000 "
+              "0007ffff=0000 01070064=3412 01080064=0000 02060001=00 020c0001=0000 020d0001=00000000 "
               "02160001=0000 ffffffff=0000");
 }
 

@@ -20,18 +20,8 @@ TEST(BitWrite, ReadsAndWritesTheWholeWord) {
     }
 }
 
-const char kCompletions[] = R"(
-    completion                    | address | on | read | written
-    lowest bit on                 |   16    | 1  | 0100 | 0101
-    lowest bit off                |   16    | 0  | ffff | fffe
-    highest bit on                |   15    | 1  | 00ff | 80ff
-    bit 8 on                      |   40    | 1  | 00ff | 01ff
-    first bit of a negative word  |  -16    | 1  | 8000 | 8001
-    negative remainder, on        |  -17    | 1  | 0000 | 0000
-    negative remainder, off       |   -1    | 0  | ffff | ffff)";
-
 TEST(BitWrite, CompletedInEitherFormOfWrite) {
-    for (const TableRow &row : table(kCompletions)) {
+    for (const TableRow &row : table(cases("codec/bit_write", "completions"))) {
         const QByteArray reply = withCrc(bytes("0103 02") + bytes(row["read"]));
         for (const QByteArray &form : {bytes("0106 0002"), bytes("0110 0002 0001 02")}) {
             QByteArray frame = withCrc(form + bytes("0000"));

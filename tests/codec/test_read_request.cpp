@@ -5,23 +5,8 @@
 
 namespace {
 
-const char kReads[] = R"(
-    read                       | variable        | frame without CRC | data
-    coils, whole bytes         | 2@2047+8        | 0101 0fcf 0008    | 1
-    coils, one more            | 2@2048+9        | 0101 2ee0 0009    | 2
-    coils, high byte of count  | 3@256+256       | 0101 7530 0100    | 32
-    registers                  | 7@100+2:3/4     | 0103 0064 0002    | 4
-    registers, largest request | 7@8000+125      | 0103 c350 007d    | 250
-    double words               | 13@256+3        | 0103 2710 0006    | 12
-    none                       | 7@0+0           | 0103 0000 0000    | 0
-    station above 255          | 257/7@100+2     | 0103 0064 0002    | 4
-    station above 127          | 200/7@100+2     | c803 0064 0002    | 4
-    pairs, not normalised      | 12@100+2        | 0100 0064 0002    | 0
-    bits, not normalised       | 20@163+1        | 0100 0000 0001    | 0
-    unknown type above         | 22@5+2          | 0100 0000 0002    | 0)";
-
 TEST(ReadRequest, FramesAndTheOneReplyThatEachAccepts) {
-    for (const TableRow &row : table(kReads)) {
+    for (const TableRow &row : table(cases("codec/read_request", "reads"))) {
         SCOPED_TRACE(row.line());
         const int data = row.number("data");
         const RW_VAR var = record(row["variable"]);

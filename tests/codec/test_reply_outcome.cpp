@@ -6,20 +6,9 @@
 namespace {
 
 // Result codes for owner 3: of the own node, of another node, and of the read half of a bit write of another node.
-const char kReplies[] = R"(
-    reply                                | expected | came | check | own | other | read half
-    good, to store                       |        7 |    7 |     1 |   1 |   100 |   1
-    good, nothing to store               |        7 |    7 |     2 |   1 |   100 |   1
-    rejected                             |        7 |    7 |     0 |  14 |   114 | 114
-    nothing came                         |        7 |    0 |     0 |  44 |   144 | 144
-    one byte short                       |        7 |    6 |     1 |  74 |   174 | 174
-    one byte long                        |        7 |    8 |     1 |  74 |   174 | 174
-    broadcast                            |        0 |    0 |     2 |   1 |   100 |   1
-    any length                           |       -1 |    9 |     1 |   1 |   100 |   1
-    any length, but nothing came         |       -1 |    0 |     1 |  44 |   144 | 144)";
 
 TEST(ReplyOutcome, LengthThenCheck) {
-    for (const TableRow &row : table(kReplies)) {
+    for (const TableRow &row : table(cases("codec/reply_outcome", "replies"))) {
         SCOPED_TRACE(row.line());
         Protocol request = Protocol();
         request.replyLength = row.number("expected");

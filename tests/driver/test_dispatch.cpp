@@ -6,19 +6,9 @@ namespace {
 using Dispatch = DriverScene;
 
 // Only a checked reply is stored, and only of the own node; length is what DataCom was told, not what the reply has.
-const char kReplies[] = R"(
-    reply                     | request    | access | remote mode | bytes          | length | code | stored
-    good                      | 7@100+1    |      0 |           0 | 0103021234b533 |      7 |    1 | 01070064=3412
-    of another node           | 7@100+1^4  |      0 |           0 | 0103021234b533 |      7 |  100 |
-    rejected, of another node | 7@100+1^4  |      0 |           0 | 0203021234b533 |      7 |  111 |
-    shorter than it says      | 7@100+1    |      0 |           0 | 01030212       |      7 |   11 |
-    longer than it says       | 7@100+1    |      0 |           0 | 0103021234b533 |      6 |   71 |
-    any remote mode but 0     | 22/7@100+1 |      0 |          -2 | 1603021234c130 |      7 |    1 | 16070064=3412
-    access flag of a write    | 7@100+1    |      1 |           0 | 0103021234b533 |      7 |    1 |
-    broadcast, answered       | 0/7@100+1  |      0 |           0 | 000302123488f3 |      7 |    1 |)";
 
 TEST_F(Dispatch, RepliesToARead) {
-    for (const TableRow &row : table(kReplies)) {
+    for (const TableRow &row : table(cases("driver/dispatch", "replies"))) {
         SCOPED_TRACE(row.line());
         restart();
         settings.remoteMode = row.number("remote mode");
@@ -32,6 +22,9 @@ TEST_F(Dispatch, RepliesToARead) {
     queueOnceRead("7@100+1");
     send();
     EXPECT_EQ(DataCom(nullptr, 7)->retValue, 41) << "null is an empty reply";
+    settings.localNode = 4;
+    queueOnceRead("7@100+1^4");
+    EXPECT_EQ(exchange(), 1) << "of the own node";
 }
 
 TEST_F(Dispatch, RetriesThenFailure) {

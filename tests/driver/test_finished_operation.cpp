@@ -8,16 +8,9 @@ using FinishedOperation = DriverScene;
 
 // Each queue as writes and as reads. A later request of the same owner and item silences success; reads of other nodes
 // silence nothing and are not reported. Left: what a failure of the head leaves, by each one's own station or by none.
-const char kQueues[] = R"(
-    behind the head      | queue                                       | write    | read     | left, own stations | left, one station
-    nothing              | 7@10+1:1/2                                  | done 1/2 | done 1/2 |                    |
-    others and namesakes | 7@10+1:1/2 9@30+1:1/3 8@20+1:1/2 7@1+1:2/2  |          |          | 9@30+1:1/3 7@1+1:2/2 | 9@30+1:1/3 7@1+1:2/2
-    of another station   | 7@10+1:1/2 5/8@20+1:1/2                     |          |          | 5/8@20+1:1/2       |
-    of another node      | 7@10+1:1/2 8@20+1:1/2^4                     |          | done 1/2 |                    |
-    head of another node | 7@10+1:1/2^4                                | done 1/2 |          |                    |)";
 
 TEST_F(FinishedOperation, DoneOrFailed) {
-    for (const TableRow &row : table(kQueues)) {
+    for (const TableRow &row : table(cases("driver/finished_operation", "queues"))) {
         for (const std::string kind : {"write", "read"}) {
             for (const char *outcome : {"done", "left, own stations", "left, one station"}) {
                 SCOPED_TRACE(row.line() + ", " + kind + ", " + outcome);

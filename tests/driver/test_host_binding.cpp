@@ -1,23 +1,10 @@
-#include <cstring>
-
 #include "support/driver_scene.h"
 
 namespace {
 
 using HostBinding = DriverScene;
 
-TEST_F(HostBinding, SetComInfoZeroesTwoWordsOnly) {
-    ComInfo bound, expected;
-    memset(static_cast<void *>(&bound), 0xAA, sizeof bound);
-    memcpy(static_cast<void *>(&expected), &bound, sizeof bound);
-    memset(reinterpret_cast<char *>(&expected) + 40, 0, 4);
-    memset(reinterpret_cast<char *>(&expected) + 52, 0, 4);
-    SetComInfo(&bound);
-    EXPECT_EQ(memcmp(&bound, &expected, sizeof bound), 0);
-    ComCommunication();  // idle
-    EXPECT_EQ(bound.cycleDone, 1);
-    bound.cycleDone = expected.cycleDone;
-    EXPECT_EQ(memcmp(&bound, &expected, sizeof bound), 0);
+TEST_F(HostBinding, AreaWords) {
     FlashLocalRegister(1, 0x80000000U, 0xFFFFFFFFU);
     EXPECT_EQ(LB, 1U);
     EXPECT_EQ(LW, 0x80000000U);

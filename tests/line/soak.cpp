@@ -221,6 +221,10 @@ void Soak::turn() {
     if (below(2000) == 0) {
         watchSomething();
     }
+    if (below(4000) == 0) {
+        line_.restart(nowUs_);
+        ++requests_;
+    }
     const dravo::Step step = line_.next(wire_.chance(0.01) ? nowUs_ - 5000 : nowUs_);
     look();
     if (step.kind == dravo::Step::Wait) {
@@ -283,6 +287,7 @@ void Soak::lookAt(const dravo::LineEvent &event) {
             requests_ += event.over || event.failure == dravo::LineEvent::None ? 1 : 0;
             if (!event.over && event.failure == dravo::LineEvent::None) {
                 bitWrites_.insert(requests_);
+                bitWrites_.erase(bitWrites_.begin(), bitWrites_.lower_bound(requests_ - 1000));
             }
             break;
         case dravo::LineEvent::Operation:

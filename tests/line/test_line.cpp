@@ -1,10 +1,12 @@
 // The line engine as a host uses it: stations that die, refused addresses, the state of every value.
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <algorithm>
 #include <climits>
 
 #include "line/desk.h"
+#include "line/soak.h"
 
 using dravo::Condition;
 using dravo::LineEvent;
@@ -152,6 +154,15 @@ TEST(Line, StateOfAValueFollowsItsReadsAndWrites) {
     desk.run(18 * kSecond);
     EXPECT_EQ(condition(), Condition::Failing);
     EXPECT_EQ(dravo::describeResult(desk.line.stateOf(watched, desk.now).code, 0), QLatin1String("no reply"));
+}
+
+// Under the sanitizers, which have an allocator of their own, it says nothing.
+TEST(Line, MemoryDoesNotGrow) {
+    Soak soak(3);
+    EXPECT_EQ(soak.run(60000), "") << soak.report();  // by then every address has been met
+    const size_t before = mallinfo2().uordblks;
+    EXPECT_EQ(soak.run(200000), "") << soak.report();
+    EXPECT_LT(mallinfo2().uordblks, before + 50000);
 }
 
 TEST(Line, SettingsAndTimesOfAnySize) {

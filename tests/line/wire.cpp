@@ -83,7 +83,8 @@ void Wire::send(const QByteArray &frame, Us us, int writer) {
         if (chance(faults_.altered)) {
             flip(echo);
         }
-        const Us echoUs = us + between(0, 2000);
+        const Us latestUs = times_.lifetimeUs - charactersUs(30);
+        const Us echoUs = us + (chance(0.02) ? between(0, latestUs) : between(0, 2000));
         at(echoUs, [=] { putOnLine(echo, echoUs); });
     }
     if (chance(faults_.lost) || chance(faults_.altered)) {

@@ -5,16 +5,9 @@
 namespace {
 
 // Every field as it stands in the record.
-const char kReads[] = R"(
-    read                      | variable       | frame                                             | data
-    registers                 | 7@100+2:5/6^2  | 16 05 00 02 01 0007 00000064 0002 00000000 00000000 8b | 4
-    coils, one more than full | 3@256+9:5/6^2  | 16 05 00 02 01 0003 00000100 0009 00000000 00000000 2b | 2
-    double words              | 13@1+2:5/6^2   | 16 05 00 02 01 000d 00000001 0002 00000000 00000000 2e | 8
-    pairs, not normalised     | 12@100+3:5/6^2 | 16 05 00 02 01 000c 00000064 0003 00000000 00000000 91 | 6
-    unknown type              | -1@1+1:5/6^2   | 16 05 00 02 01 ffff 00000001 0001 00000000 00000000 1e | 2)";
 
 TEST(RemoteRequest, Reads) {
-    for (const TableRow &row : table(kReads)) {
+    for (const TableRow &row : table(cases("remote/remote_request", "reads"))) {
         SCOPED_TRACE(row.line());
         const RW_VAR var = record(row["variable"]);
         const int data = row.number("data");

@@ -1,7 +1,5 @@
 #include "support/frame_text.h"
 
-#include <QtCore/QList>
-
 QByteArray bytes(const char *hex) {
     return QByteArray::fromHex(hex);
 }
@@ -15,21 +13,6 @@ QByteArray withCrc(const QByteArray &frame) {
         }
     }
     return frame + static_cast<char>(crc & 0xFFU) + static_cast<char>(crc >> 8);
-}
-
-std::vector<Row> rows(const char *table) {
-    std::vector<Row> result;
-    for (const QByteArray &line : QByteArray(table).replace('\n', ';').split(';')) {
-        if (line.trimmed().isEmpty()) {
-            continue;
-        }
-        Row row = {line.trimmed().toStdString(), {}};
-        for (const QByteArray &field : line.split('>')) {
-            row.fields.push_back(field.trimmed().toStdString());
-        }
-        result.push_back(row);
-    }
-    return result;
 }
 
 void PrintTo(const QByteArray &value, std::ostream *out) {

@@ -4,8 +4,6 @@
 
 #include <QtCore/QByteArray>
 #include <ostream>
-#include <string>
-#include <vector>
 
 /// The bytes of a text such as "0103 0064".
 QByteArray bytes(const char *hex);
@@ -15,17 +13,6 @@ QByteArray withCrc(const QByteArray &frame);
 inline QByteArray withCrc(const char *hex) {
     return withCrc(bytes(hex));
 }
-
-/// One case of a table: fields that stand between ">", blanks around them dropped.
-struct Row {
-    std::string text;
-    std::vector<std::string> fields;
-    const char *operator[](size_t field) const { return fields.at(field).c_str(); }
-    int number(size_t field) const { return std::stoi(fields.at(field)); }
-};
-
-/// The cases of a table written as text, separated by ";" or line ends.
-std::vector<Row> rows(const char *table);
 
 /// Failures show bytes as digits.
 void PrintTo(const QByteArray &value, std::ostream *out);

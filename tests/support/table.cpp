@@ -1,6 +1,8 @@
 #include "support/table.h"
 
 #include <algorithm>
+#include <fstream>
+#include <map>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -68,4 +70,23 @@ std::vector<TableRow> table(const char *text) {
         }
     }
     return cases;
+}
+
+const char *cases(const char *file, const char *section) {
+    static std::map<std::string, std::string> tables;  // by file and section; stays where it is
+    const std::string path = std::string(DRAVO_TEST_FOLDER "/") + file + ".cases";
+    std::string &text = tables[path + section];
+    if (text.empty()) {
+        std::ifstream lines(path);
+        bool inside = false;
+        for (std::string line; std::getline(lines, line);) {
+            const bool title = line.size() > 1 && line.front() == '[' && line.back() == ']';
+            inside = title ? line == std::string("[") + section + "]" : inside;
+            text += inside && !title ? line + "\n" : "";
+        }
+    }
+    if (text.empty()) {
+        throw std::logic_error(path + " has no table [" + section + "]");
+    }
+    return text.c_str();
 }

@@ -1,6 +1,6 @@
-// Tables of cases as tests write them: fields between "|", one case a line, its name first. The first line titles the
-// columns, and columns are read by title. A line of another width, a title that stands twice or that
-// the table does not have, and a field that is no number end the test.
+// Tables of cases as tests write them, a few lines in the test, longer ones in files beside it: fields between "|", one
+// case a line, its name first. The first line titles the columns, and columns are read by title. A line of another
+// width, a title that stands twice or that the table does not have, and a field that is no number end the test.
 #ifndef DRAVO_TESTS_TABLE_H
 #define DRAVO_TESTS_TABLE_H
 
@@ -30,6 +30,10 @@ private:
 
 /// The cases of a table.
 std::vector<TableRow> table(const char *text);
+
+/// A table out of a file beside the test: cases("vars/write_cut", "bits") stands in tests/vars/write_cut.cases under
+/// [bits]. A file or a section that is not there ends the test.
+const char *cases(const char *file, const char *section);
 
 /// Expects in the column of each case the text that outcome makes of the case.
 template <typename Outcome>

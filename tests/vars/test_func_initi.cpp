@@ -48,24 +48,9 @@ TEST_F(Lists, RebuildWhileARequestIsOut) {
 
 // The record comes back as its last piece, uncut by area bounds; refused before it was worked out, it keeps its
 // address.
-const char kOnceReads[] = R"(
-    one-shot read                | limit       | given               | queue                      | record afterwards
-    several frames               | 32          | 7@100+70            | 7@100+32 7@132+32 7@164+6  | 7@164+6
-    bits: eight times the limit  | 32          | 0@0+300             | 0@0+256 0@256+44           | 0@256+44
-    pairs become words           | 32          | 12@100+3            | 7@100+4                    | 7@100+4
-    bits across a bound          | 32          | 3@250+10            | 3@250+6 3@256+4            | 3@250+10
-    words across a bound         | 32          | 8@250+40            | 8@250+6 8@256+26 8@282+8   | 8@282+8
-    limit below 1 is 1           | 0           | 7@5+2               | 7@5+1 7@6+1                | 7@6+1
-    as many as there can be      | 2147483647  | 7@0+1048576         | 7@0+8000 7@8000+1040576    | 7@0+1048576
-    fewer than none              | 32          | 7@5+-70             |                            | 7@5+-70
-    fewer, though one word       | 32          | 15@5.5+-1           |                            | 7@5+1
-    text that does not convert   | 32          | 7@x+2               |                            | 7@-77+2
-    one element too many         | 32          | 7@5+1048577         |                            | 7@-77+1048577
-    unknown type                 | 32          | 22@5+2              |                            | 22@5+2
-    station 0                    | 32          | 0/7@5+2             |                            | 0/7@5+2)";
 
 TEST_F(Lists, OnceReadsAreWorkedOutInEveryModeButOne) {
-    for (const TableRow &row : table(kOnceReads)) {
+    for (const TableRow &row : table(cases("vars/func_initi", "once reads"))) {
         for (const int mode : {0, 2}) {
             SCOPED_TRACE(row.line());
             restart();
@@ -93,8 +78,9 @@ TEST_F(Lists, RecordsAsTheyStandAreQueuedUnlessTheirCountIsImpossible) {
     for (const int count : {-2147483647 - 1, int(kMaxElementCount), kMaxElementCount + 1}) {
         restart();
         const bool possible = count <= kMaxElementCount;
-        const std::string text = "0/99@-5+" + std::to_string(count) + "=0102:3/4";
-        RW_VAR var = record(text);
+        RW_VAR var = record("0/99@-5+0=0102:3/4");
+        var.count = count;
+        const std::string twice = listText({var, var});
         for (const int size : {1, 2}) {
             EXPECT_EQ(AddListOnceReadVar(&var, 1), possible ? size : 0);
             EXPECT_EQ(AddListWriteVar(&var, 1), possible ? size : 0);
@@ -103,7 +89,7 @@ TEST_F(Lists, RecordsAsTheyStandAreQueuedUnlessTheirCountIsImpossible) {
         EXPECT_EQ(AddListWriteVar(&var, 0), possible ? 2 : 0) << "replaces the second";
         EXPECT_EQ(AddListWriteVar(&var, 2), possible ? 2 : 0) << "as any mode but 1";
         for (const auto &list : {PLC_driver.onceReadVarList, PLC_driver.writeVarList, PLC_driver.readVarList}) {
-            EXPECT_EQ(listText(list), possible ? text + " " + text : "");
+            EXPECT_EQ(listText(list), possible ? twice : "");
         }
     }
     restart();

@@ -36,7 +36,7 @@ std::string cut(const Cutter &cutter, int type, int address, int count) {
     cutter.add(list, work);
     std::string text;
     for (const RW_VAR &var : static_cast<const QList<RW_VAR> &>(list)) {
-        text += std::to_string(var.address) + "+" + std::to_string(var.count) + " ";
+        text.append(std::to_string(var.address)).append("+").append(std::to_string(var.count)).append(" ");
     }
     return text;
 }
@@ -46,24 +46,20 @@ TEST(RequestMerge, EveryTypeIsCutExactlyAtItsBound) {
         for (int type = -1; type < 23; ++type) {
             for (const int bound : {256, 1024, 2048, 8000}) {
                 SCOPED_TRACE(cutter.name + std::string(", type ") + std::to_string(type));
-                const std::string below = std::to_string(bound - 2), from = std::to_string(bound);
+                const std::string below = std::to_string(bound - 2), from = std::to_string(bound) + "+";
                 const bool isCut = type >= 0 && type < 22 && cutter.bounds[type] == bound;
                 EXPECT_EQ(cut(cutter, type, bound - 2, 2), below + "+2 ");
-                EXPECT_EQ(cut(cutter, type, bound - 2, 3), below + (isCut ? "+2 " + from + "+1 " : "+3 "));
-                EXPECT_EQ(cut(cutter, type, bound, 3), from + "+3 ");
+                std::string parts = below;
+                parts.append("+2 ").append(from).append("1 ");
+                EXPECT_EQ(cut(cutter, type, bound - 2, 3), isCut ? parts : below + "+3 ");
+                EXPECT_EQ(cut(cutter, type, bound, 3), from + "3 ");
             }
         }
     }
 }
 
 TEST(RequestMerge, NothingOverflows) {
-    const char kCases[] = R"(
-        read                     | given                     | entries
-        longest across the bound | 8@255+2147483647          | 8@255+1 8@256+2147483646
-        longest from far below   | 8@-2147483390+2147483647  | 8@-2147483390+2147483646 8@256+1
-        beyond the last address  | 2@2147483647+2147483647   | 2@2147483647+2147483647
-        furthest below           | 2@-2147483648+-2147483648 | 2@-2147483648+-2147483648)";
-    expectColumn(kCases, "entries", [](const TableRow &row) {
+    expectColumn(cases("vars/request_merge", "nothing overflows"), "entries", [](const TableRow &row) {
         QList<RW_VAR> list;
         RW_VAR work = record(row["given"]);
         function_rw_var_add_read(list, work);
@@ -78,6 +74,7 @@ TEST(RequestMerge, RevisedEntryKeepsEverythingButItsCount) {
     function_rw_var_revise(list, work);
     EXPECT_EQ(listText(list), "1@5+5 13@255+1:1/1 13@256+2147483646:9/0");
     work.count = 3;
+    work.ownerId = 8;
     function_rw_var_revise(list, work);
     EXPECT_EQ(listText(list), "1@5+5 13@255+1:1/1 13@256+3:9/0");
 }

@@ -47,20 +47,12 @@ TEST(RequestQueue, FullQueuesTakeNothingButReplacements) {
 }
 
 TEST(RequestQueue, WritesReplaceQueuedWritesButTheHead) {
-    const char kCases[] = R"(
-        write                          | queue                          | given        | afterwards
-        the head is not replaced       | 7@1+1=aa 7@2+1=bb              | 7@1+1=ff     | 7@1+1=aa 7@2+1=bb 7@1+1=ff
-        all fields are replaced        | 7@1+1=aa 7@2+1=bb:1/2 7@3+1=cc | 7@2+1=ff:8/9 | 7@1+1=aa 7@2+1=ff:8/9 7@3+1=cc
-        only the first behind the head | 7@2+1=bb 7@2+1=bb 7@2+1=bb     | 7@2+1=ff     | 7@2+1=bb 7@2+1=ff 7@2+1=bb
-        another count                  | 7@1+1 7@2+1                    | 7@2+2        | 7@1+1 7@2+1 7@2+2
-        another type                   | 7@1+1 7@2+1                    | 8@2+1        | 7@1+1 7@2+1 8@2+1
-        another address                | 7@1+1 7@2+1                    | 7@3+1        | 7@1+1 7@2+1 7@3+1
-        another station                | 7@1+1 7@2+1                    | 2/7@2+1      | 7@1+1 7@2+1 2/7@2+1)";
-    expectColumn(kCases, "afterwards", [](const TableRow &row) {
-        QList<RW_VAR> queue = records(row["queue"]);
-        appendOrReplaceWrite(queue, record(row["given"]));
-        return listText(queue);
-    });
+    expectColumn(cases("vars/request_queue", "writes replace queued writes but the head"), "afterwards",
+                 [](const TableRow &row) {
+                     QList<RW_VAR> queue = records(row["queue"]);
+                     appendOrReplaceWrite(queue, record(row["given"]));
+                     return listText(queue);
+                 });
 }
 
 }  // namespace

@@ -40,9 +40,8 @@ TEST(CommandLine, NamesEveryFault) {
         read 22 108 --station 0                                   | TYPE '22'; --station '0'
         read 0 8                                                  | address: '8' is no address of type 0
         read 7 100 --count 0 --station 248                        | --count '0'; --station '248'
-        read 7 100 --count 1025 --frame-limit 1                   | so many values
-        read 7 100 --count 0x400 --frame-limit 1                  |
-        read 2 100 --count 2000 --frame-limit 1                   |
+        read 7 100 --timeout 400 --lifetime 399 --echo maybe      | --echo 'maybe'; --lifetime is less than --timeout
+        read 7 100 --count 0x7d0 --lifetime 500                   |
         write 7 100                                               | write takes TYPE ADDRESS VALUE...
         write 7 100 70000 x 3                                     | '70000' is no value; 'x' is no value
         write 7 100 [1,2]                                         | '[1,2]' is no value
@@ -62,19 +61,24 @@ TEST(CommandLine, NamesEveryFault) {
 TEST(CommandLine, TakesWhatIsGiven) {
     const Options write = parse("write 7 100 -5 3 --station 9 read -7 --timeout=60 --parity odd").settings;
     EXPECT_EQ(write.values, (QStringList{"-5", "3", "read", "-7"}));
-    EXPECT_EQ(write.variable.station, 9);
-    EXPECT_EQ(write.variable.count, 4);
-    EXPECT_EQ(write.line.timeoutMs, 60);
-    EXPECT_EQ(write.line.parity, QSerialPort::OddParity);
-    EXPECT_EQ(write.line.stopBits, QSerialPort::OneStop);
+    EXPECT_EQ(QVector<int>({write.variable.station, write.variable.count, write.timeoutMs, write.port.parity}),
+              QVector<int>({9, 4, 60, QSerialPort::OddParity}));
     const Options monitor = parse("monitor --format csv --remote-node 0 --stop-bits 2 --faults dead=2").settings;
     EXPECT_EQ(monitor.format, RecordFormat::Csv);
-    EXPECT_EQ(monitor.driver.remoteNode, 0);
-    EXPECT_EQ(monitor.line.stopBits, QSerialPort::TwoStop);
     const SimulatedLineOptions simulation = simulationFor(monitor);
-    EXPECT_EQ(simulation.deadStation, 2);
-    EXPECT_EQ(simulation.remoteNode, 0);
-    EXPECT_EQ(simulation.lateBy.count(), 626) << "after the timeout, before the link gives it up at 750 ms";
+    EXPECT_EQ(QVector<int>({simulation.deadStation, simulation.remoteNode}), QVector<int>({2, 0}));
+    EXPECT_EQ(simulation.lateBy.count(), 626) << "after the timeout, before the lifetime ends at 1500 ms";
+    const dravo::LineSettings own = lineSettings(monitor);
+    EXPECT_EQ(own.startSilenceUs, 0) << "nobody else is on a simulated line";
+    EXPECT_EQ(own.bitsPerCharacter, 12);
+    const dravo::LineSettings port = lineSettings(
+        parse("monitor --port x --baud 300 --parity none --timeout 60 --retries 5 --frame-limit 9 --down-after 0 "
+              "--echo on --merge time --lifetime 99")
+            .settings);
+    EXPECT_LT(port.startSilenceUs, 0) << "a lifetime";
+    EXPECT_EQ(QVector<qint64>({port.baud, port.bitsPerCharacter, port.timeoutUs, port.lifetimeUs, port.retries,
+                               port.frameLimit, port.remoteNode, port.downAfter, port.echo, port.merge}),
+              QVector<qint64>({300, 10, 60000, 99000, 5, 9, -1, 0, dravo::EchoOn, dravo::MergeByTime}));
 }
 
 TEST(CommandLine, HelpFitsAndNamesEveryCommand) {
@@ -102,11 +106,11 @@ TEST(OptionFile, FillsWhatTheCommandLineLeavesOpen) {
     const char kLines[] = "# all&baud = 9600\r&passes=7&timeout = 70&[read]&timeout = 80&[monitor]&tags = \"a #b = c\"";
     const CommandLine read = parseWith(kLines, "read 7 100");
     expectFaults(read.faults, "", kLines);
-    EXPECT_EQ(read.settings.line.baud, 9600);
-    EXPECT_EQ(read.settings.line.timeoutMs, 80) << "the command's own section";
+    EXPECT_EQ(read.settings.port.baud, 9600);
+    EXPECT_EQ(read.settings.timeoutMs, 80) << "the command's own section";
     const Options monitor = parseWith(kLines, "monitor --baud 300").settings;
-    EXPECT_EQ(monitor.line.baud, 300) << "the command line";
-    EXPECT_EQ(monitor.line.timeoutMs, 70);
+    EXPECT_EQ(monitor.port.baud, 300) << "the command line";
+    EXPECT_EQ(monitor.timeoutMs, 70);
     EXPECT_EQ(monitor.passes, 7);
     EXPECT_EQ(monitor.tagFile, QString("a #b = c"));
     for (const TableRow &row : table(R"(
@@ -116,6 +120,8 @@ TEST(OptionFile, FillsWhatTheCommandLineLeavesOpen) {
         baud=300&&baud=600               | line 3: 'baud' is given again, first on line 1
         bauds=300&oops                   | line 2: 'oops' is not NAME = VALUE; line 1: there is no option 'bauds'
         [read]&tags=x                    | line 2: there is no option 'tags' of a command 'read'
+        give-up=maybe                    | line 1: --give-up 'maybe': give on or off
+        give-up=off                      |
         config=x&help=1&TYPE=7           | no option 'config'; no option 'help'; no option 'TYPE')")) {
         expectFaults(parseWith(row["lines"], "monitor").faults, row["faults"], row.line());
     }

@@ -3,65 +3,65 @@
 
 #include "host/screen/monitor_model.h"
 #include "host/screen/record_output.h"
-#include "korvel_dravo_port.h"
+#include "support/frame_text.h"
 
 namespace {
 
-Variable register100(int count) {
-    Variable variable;
+dravo::Variable register100(int count) {
+    dravo::Variable variable;
     variable.label = "a,\n\"b\"";
     variable.elemType = 7;
     variable.addressText = "100";
     variable.count = count;
-    EXPECT_TRUE(resolve(&variable).isEmpty());
+    EXPECT_TRUE(dravo::resolve(&variable).isEmpty());
     return variable;
 }
 
-// Registers 100 to 102 hold 7, 65535, 9 in the driver's cache.
-class ShownValues : public ::testing::Test {
-protected:
-    ShownValues() {
-        SetComInfo(&settings);
-        const QByteArray values = QByteArray::fromHex("0700ffff0900");
-        SetRegisterData(QString(), 7, "100", 1, values, 3, 0, 0);  // write mode 0: to the cache
-    }
-    ~ShownValues() override { SetComInfo(nullptr); }
-
-    struct ComInfo settings = {};
-};
-
-TEST_F(ShownValues, AreKnownOnceReadAndFreshForThreePasses) {
-    const Variable variable = register100(3);
-    MonitorModel model({variable}, 1);
-    model.finished({1, 7, 100, 2}, kResultGood, 0, 1000);
-    EXPECT_EQ(columnText(model.shown(variable, 1000).values), QString("7 65535 -"));
-    model.finished({1, 7, 102, 1}, kResultGood, 0, 2000);
-    EXPECT_EQ(columnText(model.shown(variable, 2000).values), QString("7 65535 9"));
-    EXPECT_EQ(model.shown(variable, 4000).state.condition, Condition::Fresh) << "3 seconds at least";
-    EXPECT_EQ(model.shown(variable, 4001).state.condition, Condition::Stale);
-    model.passDone(2000);
-    EXPECT_EQ(model.shown(variable, 7000).state.condition, Condition::Fresh) << "three passes";
-    EXPECT_EQ(model.shown(variable, 7001).state.condition, Condition::Stale);
-    model.finished({1, 7, 102, 1}, 71, 2, 3000);
-    EXPECT_EQ(model.shown(variable, 3000).meaning, QString("refused: illegal data address (exception 2)"));
-}
-
-TEST(MonitorModel, TellsPassesRequestsAndBytes) {
-    MonitorModel model({}, 18);
-    for (const double milliseconds : {5, 1, 9}) {
-        model.passDone(milliseconds);
-    }
-    model.judged(41, 0);
-    model.setBytes(12, 34);
+TEST(MonitorModel, TellsValuesWhatIsWrongAndFigures) {
+    dravo::LineSettings settings;
+    settings.startSilenceUs = 0;
+    settings.frameLimit = 2;  // registers 100 and 101, then 102
+    settings.retries = 0;
+    settings.downAfter = 2;
+    const dravo::Variable variable = register100(3);
+    dravo::Line line(settings, 0);
+    line.watch({variable}, 0);
+    MonitorModel model({variable}, line, 0);
+    qint64 now = 0;
+    dravo::Step step = line.next(now);
+    // Lets the next request be answered with this, or not at all.
+    const auto told = [&](const QByteArray &reply) {
+        for (; step.kind == dravo::Step::Wait; step = line.next(now)) {
+            now = qMax(now, step.untilUs);
+        }
+        line.sent(now);
+        now += reply.isEmpty() ? 600000 : 10000;
+        line.received(reply, now);
+        step = line.next(now);
+        const ShownVariable shown = model.shown(variable, now);
+        return columnText(shown.values) + '|' + dravo::conditionName(shown.state.condition) + '|' + shown.meaning;
+    };
+    EXPECT_EQ(told(withCrc("0103 04 0007 ffff")), QString("7 65535 -|never read|"));
+    EXPECT_EQ(told(withCrc("0103 02 0009")), QString("7 65535 9|fresh|"));
+    model.setLost(true);
+    EXPECT_EQ(model.shown(variable, now).state.condition, dravo::Stale);
+    model.setLost(false);
+    EXPECT_EQ(told(withCrc("0183 04")), QString("7 65535 9|failing|refused: device failure (exception 4)"));
+    told(QByteArray());
+    EXPECT_EQ(told(QByteArray()).toStdString(), ("7 65535 9|station down|no answer, next try in 1 s"));
     EXPECT_TRUE(model.anyFailed());
-    EXPECT_EQ(model.statisticsLines(),
-              (QStringList{"passes 3   requests per pass 18   ms per pass: min 1.0  median 5.0  max 9.0",
-                           "retries 0   failed requests: no reply 1  wrong length 0  rejected 0  exception 0",
-                           "bytes out 12   bytes in 34"}));
+    for (const int us : {5000, 1000, 9000}) {
+        model.passDone(us);
+    }
+    EXPECT_EQ(model.statisticsLines(now).join("\n").toStdString(),
+              "passes 3   requests per pass 2   pass ms: min 1.0  median 5.0  max 9.0\n"
+              "requests 5   retries 0   failed: no answer 2  damaged 0  refused 1\n"
+              "reply ms: median 5.4  95th 5.4  99th 5.4  max 5.4   exceptions 1\n"
+              "bytes out 40  in 21   busy 2.8 %   dropped: late 0  foreign 0");
 }
 
 TEST(PassStatistics, MedianIsOfTheLastThousand) {
-    PassStatistics statistics(1);
+    PassStatistics statistics;
     EXPECT_EQ(statistics.medianMs(), 0);
     for (int pass = 0; pass < 2500; ++pass) {
         statistics.passDone(pass < 1000 || pass >= 2000 ? 9 : 1);
@@ -69,24 +69,19 @@ TEST(PassStatistics, MedianIsOfTheLastThousand) {
     }
 }
 
-ShownVariable failingVariable() {
-    ShownVariable shown;
-    shown.variable = register100(2);
-    shown.state.condition = Condition::Failing;
-    shown.state.code = 71;
-    shown.values = QJsonArray{4294967295.0, QJsonValue::Null};
-    shown.meaning = "refused";
-    shown.pass = 3;
-    shown.time = "noon";
-    return shown;
-}
-
 TEST(Records, ShowTheSameInEveryForm) {
-    const ShownVariable failing = failingVariable();
-    ShownVariable fresh = failing;
-    fresh.state.condition = Condition::Fresh;
-    fresh.state.code = 0;
-    fresh.state.ageMs = 0;
+    ShownVariable fresh;
+    fresh.variable = register100(2);
+    fresh.state.condition = dravo::Fresh;
+    fresh.state.ageUs = 999;
+    fresh.values = QJsonArray{4294967295.0, QJsonValue::Null};
+    fresh.pass = 3;
+    fresh.time = "noon";
+    ShownVariable failing = fresh;
+    failing.state.condition = dravo::Failing;
+    failing.state.ageUs = -1;
+    failing.state.code = 71;
+    failing.meaning = "refused";
     EXPECT_EQ(recordHeader(RecordFormat::Csv),
               "pass,time,label,type,address,station,state,age_ms,values,code,meaning\n");
     EXPECT_EQ(record(RecordFormat::Csv, failing),
@@ -98,26 +93,9 @@ TEST(Records, ShowTheSameInEveryForm) {
               R"("state":"failing","station":1,"time":"noon","type":7,"values":[4294967295,null]})"
               "\n");
     EXPECT_EQ(
-        recordHeader(RecordFormat::Table),
-        "pass   time                     label                        type  address    station  state       age_ms"
-        "   values                   code  meaning\n");
-    EXPECT_EQ(
         record(RecordFormat::Table, failing),
-        "3      noon                     a, \"b\"                       7     100        1        failing             "
+        "3      noon                     a, \"b\"                       7     100        1        failing              "
         " 4294967295 -             71    refused\n");
-}
-
-TEST(Columns, HaveTheirPlacesOnTheScreen) {
-    const ShownVariable failing = failingVariable();
-    QStringList cells;
-    for (const Column &column : columns()) {
-        if (column.title != nullptr) {
-            cells += QString("%1 %2 ").arg(column.title).arg(column.screenWidth) +
-                     (column.screenText != nullptr ? column.screenText(failing) : columnText(column.value(failing)));
-        }
-    }
-    EXPECT_EQ(cells, (QStringList{"label 24 a,\n\"b\"", "type 6 7", "address 9 100", "station 8 1",
-                                  "state 12 failing 71", "age 9 -", "values 0 4294967295 -   refused"}));
 }
 
 }  // namespace

@@ -1,0 +1,34 @@
+// dravo-host as a user runs it.
+#ifndef DRAVO_TESTS_E2E_PROGRAM_H
+#define DRAVO_TESTS_E2E_PROGRAM_H
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QProcess>
+
+class Program : public QProcess {
+public:
+    explicit Program(const QStringList &arguments) { start(DRAVO_HOST_PROGRAM, arguments); }
+    ~Program() override { end(); }
+
+    /// What it writes to its standard output, until it ends.
+    QString output() {
+        EXPECT_TRUE(waitForFinished(60000)) << errorString().toStdString();
+        return readAllStandardOutput();
+    }
+    /// Whether some text comes on an output within half a minute.
+    bool says(ProcessChannel channel, const char *text) {
+        setReadChannel(channel);
+        QByteArray said;
+        while (!said.contains(text) && (canReadLine() || waitForReadyRead(30000))) {
+            said += readLine();
+        }
+        return said.contains(text);
+    }
+    void end() {
+        terminate();
+        waitForFinished();
+    }
+};
+
+#endif  // DRAVO_TESTS_E2E_PROGRAM_H
