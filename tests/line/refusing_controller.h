@@ -19,13 +19,13 @@ const qint64 kRetryUs = 60000000;
 struct RefusingController {
     /// Line, type, limits and refused addresses are drawn from the seed.
     explicit RefusingController(unsigned seed) : random(seed), cost(kLines[below(3)]) {
-        static const int kTypes[] = {0, 1, 2, 3, 7, 8, 10, 13};
+        static const int kTypes[] = {1, 3, 7, 8, 8, 10, 10, 13};
         type = kTypes[below(8)];
         drawLimits();
-        const int starts[] = {0, limits.end - 14, qMax(limits.bound, 8) - 8};
+        const int starts[] = {0, limits.end - 14, qMax(limits.bound, 40) - 8 - below(33)};
         base = starts[below(limits.bound == dravo::kNoBound ? 2 : 3)];
         const int reach = qMin(140, limits.end - base);
-        for (int i = below(reach / 2); i > 0; --i) {
+        for (int i = below(1 + below(reach / 2)); i > 0; --i) {
             refused.insert(base + below(reach));
         }
     }
