@@ -21,7 +21,7 @@ bool isBusy(int exceptionCode) {
 }
 
 Step waitUntil(qint64 us) {
-    const Step step = {Step::Wait, QByteArray(), us};
+    Step step = {Step::Wait, QByteArray(), us};
     return step;
 }
 
@@ -141,7 +141,7 @@ void CallLoop::sortOut(const Frame &frame) {
         return;
     }
     const bool waits = phase_ == Waiting && !current_.answered;
-    const Outstanding::Match match = outstanding_.take(frame, waits ? &current_.request : 0);
+    const Outstanding::Match match = outstanding_.take(frame, waits ? &current_.request : nullptr);
     if (match == Outstanding::Foreign) {
         statistics_.foreignDropped(station);
         return;
@@ -258,7 +258,7 @@ Step CallLoop::send() {
         statistics_.waited(station, current_.heldUs);
         current_.heldUs = 0;
     }
-    const Step step = {Step::Send, frame, nowUs_};
+    Step step = {Step::Send, frame, nowUs_};
     return step;
 }
 

@@ -26,14 +26,14 @@ DriverPort::DriverPort(const LineSettings &settings) : comInfo_() {
         comInfo_.localNode = settings.remoteNode;
     }
     SetComInfo(&comInfo_);
-    RegistCallBackFuncIntf(&DriverPort::onVariable, 0);
+    RegistCallBackFuncIntf(&DriverPort::onVariable, nullptr);
     dropAll();
 }
 
 DriverPort::~DriverPort() {
     dropAll();
-    RegistCallBackFuncIntf(0, 0);
-    SetComInfo(0);
+    RegistCallBackFuncIntf(nullptr, nullptr);
+    SetComInfo(nullptr);
 }
 
 void DriverPort::dropAll() {
@@ -82,7 +82,7 @@ QList<RW_VAR> DriverPort::setCyclicReads(QList<ReadVarEntry> *merged, const QLis
         AddListReadVar(&request);
     }
     const char *const driver = reinterpret_cast<const char *>(&PLC_driver);
-    return *reinterpret_cast<const QList<RW_VAR> *>(driver + sizeof(ComInfo *));
+    return *reinterpret_cast<const QList<RW_VAR> *>(driver + sizeof(void *));
 }
 
 void DriverPort::readAgain(RW_VAR request) {

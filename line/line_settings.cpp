@@ -26,7 +26,7 @@ LineSettings::LineSettings()
       longestProbeUs(30000000) {}
 
 LineSettings inRange(const LineSettings &given) {
-    const qint64 longest = 24 * 3600 * 1000000LL;
+    const qint64 longest = Q_INT64_C(86400000000);  // a day
     LineSettings settings = given;
     settings.baud = qBound(50, given.baud, 100000000);
     settings.bitsPerCharacter = qBound(7, given.bitsPerCharacter, 16);

@@ -58,11 +58,6 @@ QVector<int> boundariesInside(const ElementRange &range, const WantedElements &w
     return boundaries;
 }
 
-bool isAt(const QVector<RefusedRange> &refused, int place, const ElementRange &range) {
-    return place < refused.size() && refused.at(place).range.first == range.first &&
-           refused.at(place).range.count == range.count;
-}
-
 bool endsAt(const QVector<RefusedRange> &refused, int wall) {
     return std::any_of(refused.constBegin(), refused.constEnd(), [wall](const RefusedRange &entry) {
         return entry.range.first == wall || entry.range.end() == wall;
@@ -82,7 +77,7 @@ Learnt Refusals::learn(const ElementRange &request, const WantedElements &wanted
         return NothingNew;
     }
     const int place = placeOf(request);
-    if (isAt(refused, place, request)) {
+    if (place < refused.size() && refused.at(place).range == request) {
         refused[place].nextRetryUs = retryUs;
         return NothingNew;
     }

@@ -1,8 +1,9 @@
 #include "line/value_states.h"
 
+#include <algorithm>
 #include <limits>
 
-#include "korvel_dravo_port.h"
+#include "line/wanted_elements.h"
 
 namespace dravo {
 
@@ -11,18 +12,23 @@ namespace {
 const int kBitsInWord = 16;
 const qint64 kNeverUs = std::numeric_limits<qint64>::min();
 
-// Value number index of the variable lies before this element (counted from the first one that it covers).
-int endOfValue(const Variable &variable, int index) {
+// The elements of one value, counted from the first that the variable covers.
+ElementRange elementsOfValue(const Variable &variable, int index) {
     const bool bitInWord = variable.elements.elemType != variable.elemType && variable.kind == BitValue;
-    if (bitInWord) {
-        return (variable.firstBit + index) / kBitsInWord + 1;
-    }
-    return variable.elements.count / variable.count * (index + 1);
+    const int each = bitInWord ? 1 : variable.elements.count / variable.count;
+    const ElementRange elements = {bitInWord ? (variable.firstBit + index) / kBitsInWord : each * index, each};
+    return elements;
 }
 
-int startOfValue(const Variable &variable, int index) {
-    const bool bitInWord = variable.elements.elemType != variable.elemType && variable.kind == BitValue;
-    return bitInWord ? (variable.firstBit + index) / kBitsInWord : variable.elements.count / variable.count * index;
+// For each value, whether all of its elements are marked.
+QVector<bool> wholeValues(const Variable &variable, const QVector<bool> &marked) {
+    QVector<bool> whole;
+    for (int i = 0; i < variable.count; ++i) {
+        const ElementRange elements = elementsOfValue(variable, i);
+        const QVector<bool>::const_iterator first = marked.constBegin() + elements.first;
+        whole.append(std::find(first, first + elements.count, false) == first + elements.count);
+    }
+    return whole;
 }
 
 }  // namespace
@@ -76,43 +82,44 @@ ValueStates::Segments *ValueStates::cutOut(const Elements &elements) {
     return segments;
 }
 
+template <typename Change>
+void ValueStates::changeEach(const Elements &elements, Change change) {
+    Segments *segments = cutOut(elements);
+    Segments::iterator at = segments->lowerBound(elements.address);
+    for (; at != segments->end() && at.key() < elements.address + elements.count; ++at) {
+        change(&at.value());
+    }
+}
+
 void ValueStates::readFinished(const Elements &elements, bool good, int code, int exceptionCode, qint64 nowUs) {
     if (elements.count < 1) {
         return;
     }
-    Segments *segments = cutOut(elements);
-    const int end = elements.address + elements.count;
-    if (good) {
-        for (Segments::iterator at = segments->lowerBound(elements.address); at != segments->end() && at.key() < end;) {
-            at = segments->erase(at);
-        }
-        const Segment read = {end, nowUs, false, 0, 0};
-        segments->insert(elements.address, read);
+    if (!good) {
+        changeEach(elements, [=](Segment *segment) {
+            segment->code = code;
+            segment->exceptionCode = exceptionCode;
+        });
         return;
     }
-    for (Segments::iterator at = segments->lowerBound(elements.address); at != segments->end() && at.key() < end;
-         ++at) {
-        at.value().code = code;
-        at.value().exceptionCode = exceptionCode;
+    Segments *segments = cutOut(elements);
+    const int end = elements.address + elements.count;
+    Segments::iterator at = segments->lowerBound(elements.address);
+    while (at != segments->end() && at.key() < end) {
+        at = segments->erase(at);
     }
+    const Segment read = {end, nowUs, false, 0, 0};
+    segments->insert(elements.address, read);
 }
 
 void ValueStates::setUnsure(const Elements &elements, bool unsure) {
-    if (elements.count < 1) {
-        return;
-    }
-    const QList<Group> groups = elements.station == 0 ? groups_.keys() : QList<Group>() << groupOf(elements);
-    for (int i = 0; i < groups.size(); ++i) {
+    // Where nothing was ever read, nothing can become stale.
+    const QList<Group> groups = groups_.keys();
+    for (int i = 0; i < groups.size() && elements.count > 0; ++i) {
         Elements written = elements;
-        written.station = int(groups.at(i) >> 32);
-        if (groupOf(written) != groups.at(i)) {
-            continue;  // of another type
-        }
-        Segments *segments = cutOut(written);
-        const int end = written.address + written.count;
-        Segments::iterator at = segments->lowerBound(written.address);
-        for (; at != segments->end() && at.key() < end; ++at) {
-            at.value().unsure = unsure;
+        written.station = elements.station == 0 ? int(groups.at(i) >> 32) : elements.station;
+        if (groupOf(written) == groups.at(i)) {
+            changeEach(written, [unsure](Segment *segment) { segment->unsure = unsure; });
         }
     }
 }
@@ -121,11 +128,7 @@ void ValueStates::keepOnly(const QVector<Variable> &variables) {
     QMap<Group, Segments> kept;
     for (int i = 0; i < variables.size(); ++i) {
         const Elements &elements = variables.at(i).elements;
-        const Segments *known = groups_.contains(groupOf(elements)) ? &groups_[groupOf(elements)] : 0;
-        if (!known) {
-            continue;
-        }
-        cutOut(elements);
+        const Segments *known = cutOut(elements);
         Segments &segments = kept[groupOf(elements)];
         Segments::const_iterator at = known->lowerBound(elements.address);
         for (; at != known->constEnd() && at.key() < elements.address + elements.count; ++at) {
@@ -166,15 +169,8 @@ ValueState ValueStates::stateOf(const Variable &variable, qint64 nowUs, qint64 s
             }
         }
     }
-    bool allRead = true;
-    for (int i = 0; i < variable.count; ++i) {
-        bool whole = true;
-        for (int element = startOfValue(variable, i); element < endOfValue(variable, i); ++element) {
-            whole = whole && read.at(element);
-        }
-        state.valuesRead.append(whole);
-        allRead = allRead && whole;
-    }
+    state.valuesRead = wholeValues(variable, read);
+    const bool allRead = !state.valuesRead.contains(false);
     state.ageUs = allRead ? nowUs - oldestUs : -1;
     const bool stale = unsure || state.ageUs > staleAfterUs;
     state.condition = state.code != 0 ? Failing : !allRead ? NeverRead : stale ? Stale : Fresh;

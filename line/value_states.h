@@ -37,6 +37,8 @@ private:
     static Group groupOf(const Elements &elements);
     static void cutAt(Segments *segments, int address);
     Segments *cutOut(const Elements &elements);
+    template <typename Change>
+    void changeEach(const Elements &elements, Change change);
     void setUnsure(const Elements &elements, bool unsure);
 
     QMap<Group, Segments> groups_;

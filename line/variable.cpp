@@ -73,11 +73,11 @@ QList<VariableFault> resolve(Variable *variable) {
     const ElementType *type = findElementType(variable->elemType);
     const bool countGood = variable->count >= 1 && variable->count <= kMostValues;
     variable->elementAddress = StringAddressToInt(variable->elemType, variable->addressText);
-    if (type != 0 && countGood) {
+    if (type && countGood) {
         variable->kind = kindOf(*type);
         variable->driverCount = variable->kind == DoubleWordValue ? variable->count * 2 : variable->count;
     }
-    if (type == 0) {
+    if (!type) {
         fault("type", QString::fromLatin1("must be 0 to %1").arg(kLastType));
     } else if (variable->elementAddress < 0) {
         fault("address", QString::fromLatin1("'%1' is no address of type %2, which takes %3")

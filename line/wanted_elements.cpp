@@ -64,17 +64,12 @@ void addValues(Coverage &coverage, const Span &span, int unit, const ReadLimits 
 
 }  // namespace
 
-bool isReachable(const WantedRange &range, const ReadLimits &limits) {
-    return range.elements() < 1 || (range.address >= 0 && range.address + range.elements() <= limits.end);
-}
-
-WantedElements::WantedElements() : limits_(readLimits(-1, 1)), unreachableRanges_(0), begin_(0) {}
+WantedElements::WantedElements() : limits_(readLimits(-1, 1)), begin_(0) {}
 
 WantedElements::WantedElements(const QVector<WantedRange> &ranges, const ReadLimits &limits)
-    : limits_(limits), unreachableRanges_(0), begin_(limits.end) {
+    : limits_(limits), begin_(limits.end) {
     int wantedEnd = 0;
     for (const WantedRange &range : ranges) {
-        unreachableRanges_ += isReachable(range, limits) ? 0 : 1;
         const Span span = spanOf(range, limits);
         if (span.from < span.to) {
             begin_ = qMin(begin_, span.from);

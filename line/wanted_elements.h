@@ -17,6 +17,9 @@ struct ElementRange {
 
     qint64 end() const { return qint64(first) + count; }
 };
+inline bool operator==(const ElementRange &a, const ElementRange &b) {
+    return a.first == b.first && a.count == b.count;
+}
 
 /// One variable, in elements of the type that carries it on the line.
 struct WantedRange {
@@ -28,9 +31,6 @@ struct WantedRange {
     qint64 elements() const { return unit == 2 ? (count + 1LL) / 2 * 2 : count; }
 };
 
-/// Whether every element of the variable has an address on the wire.
-bool isReachable(const WantedRange &range, const ReadLimits &limits);
-
 class WantedElements {
 public:
     WantedElements();
@@ -40,8 +40,6 @@ public:
     WantedElements(const QVector<WantedRange> &ranges, const ReadLimits &limits);
 
     const ReadLimits &limits() const { return limits_; }
-    /// Ranges of which something was left out.
-    int unreachableRanges() const { return unreachableRanges_; }
 
     /// Everything wanted lies in begin() to end() - 1.
     int begin() const { return begin_; }
@@ -56,10 +54,11 @@ public:
 
 private:
     enum { Single = 1, Pair = 2, Boundary = 4 };
-    int flags(int address) const { return address < begin_ || address > end() ? 0 : flags_.at(address - begin_); }
+    int flags(int address) const {
+        return address < begin_ || address - begin_ >= flags_.size() ? 0 : flags_.at(address - begin_);
+    }
 
     ReadLimits limits_;
-    int unreachableRanges_;
     int begin_;
     QByteArray flags_;  // from begin to end, that one included
 };

@@ -43,7 +43,7 @@ QVector<dravo::Variable> eightReadsEach(std::initializer_list<int> stations) {
 
 /// The mean length of the passes that ended in the minute after the first one.
 double meanPassUs(Desk &desk) {
-    desk.run(10 * 60 * kSecond, [](const LineEvent &event) { return event.kind == LineEvent::PassDone; });
+    desk.run(600 * kSecond, [](const LineEvent &event) { return event.kind == LineEvent::PassDone; });
     const Us first = desk.now;
     desk.events.clear();
     desk.run(first + 60 * kSecond);
@@ -83,16 +83,16 @@ TEST(Line, OperationsOfADeadStationHaveAnOutcome) {
     desk.line.watch(eightReadsEach({1, 9}), 0);
     desk.run(60 * kSecond, [](const LineEvent &event) { return event.kind == LineEvent::StationDown; });
     desk.events.clear();
-    std::vector<int> asked;
+    QList<int> asked;
     for (int i = 0; i < 12; ++i) {
-        asked.push_back(i % 2 == 0 ? desk.line.write(variable(9, 7, "5"), QByteArray(2, char(i)))
-                                   : desk.line.readOnce(variable(9, 7, QByteArray::number(i))));
+        asked.append(i % 2 == 0 ? desk.line.write(variable(9, 7, "5"), QByteArray(2, char(i)))
+                                : desk.line.readOnce(variable(9, 7, QByteArray::number(i))));
     }
     desk.run(desk.now + 60 * kSecond);
-    std::vector<int> over;
+    QList<int> over;
     for (const LineEvent &event : desk.events) {
         if (event.kind == LineEvent::Operation) {
-            over.push_back(event.operation);
+            over.append(event.operation);
             EXPECT_FALSE(event.done);
             EXPECT_EQ(event.failure, LineEvent::NoAnswer);
         }
