@@ -17,7 +17,7 @@ BitWrite bitWrite(const RW_VAR &var);
 
 /// Puts the word that the reply to the merge read carries, with bit bitAddress % 16 switched, and a new CRC into the
 /// frame of the write, be it one of function 6 or of function 16. A negative remainder names no bit: the word goes back
-/// as it was read. Changes nothing when the reply holds no word or the frame is too short.
+/// as it was read. Changes nothing when the reply has five bytes or fewer or the frame is too short.
 void completeBitWrite(QByteArray &pendingFrame, const QByteArray &reply, int bitAddress, bool on);
 
 #endif  // DRAVO_CODEC_BIT_WRITE_H

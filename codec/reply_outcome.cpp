@@ -33,6 +33,10 @@ bool isAccepted(int checkResult) {
 
 }  // namespace
 
+bool lengthFits(const Protocol &request, int length) {
+    return !nothingCame(request, length) && !hasWrongLength(request, length);
+}
+
 Outcome localOutcome(const Protocol &request, int length, int checkResult) {
     if (nothingCame(request, length)) {
         return kLocalNoReply;

@@ -17,6 +17,10 @@ enum Outcome {
     kOutcomes
 };
 
+/// Whether a reply of length bytes is to be checked at all: a request without a reply gets none, any other the length
+/// that it expects. Of one that is not, the bytes are not looked at.
+bool lengthFits(const Protocol &request, int length);
+
 /// The outcome of a reply of length bytes to a request of the own node.
 Outcome localOutcome(const Protocol &request, int length, int checkResult);
 

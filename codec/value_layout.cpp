@@ -46,6 +46,9 @@ QByteArray reversedElements(const QByteArray &values, int size) {
 
 QByteArray swappedHalves(const QByteArray &values) {
     QByteArray swapped = values;
+    if (swapped.isEmpty()) {
+        return swapped;  // as null as it was
+    }
     char *bytes = swapped.data();
     for (int start = 0; start + 4 <= swapped.size(); start += 4) {
         std::swap_ranges(bytes + start, bytes + start + 2, bytes + start + 2);

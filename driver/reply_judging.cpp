@@ -8,10 +8,20 @@
 #include "codec/reply_outcome.h"
 #include "driver/Communication_Protocol.h"
 
+namespace {
+
+// A host may pass a length of 0 with a pointer to nothing, so the length comes first.
+int checked(const Protocol &request, QByteArray *reply, int length) {
+    return lengthFits(request, length) ? CheckGetData(reply, length) : int(kReplyRejected);
+}
+
+}  // namespace
+
 int DealDataOfLocalArea(QByteArray *reply, int length) {
     Q_ASSERT(isHeld(PLC_driver.listMutex));
-    const int checkResult = CheckGetData(reply, length);
-    const Outcome outcome = localOutcome(PLC_driver.protocolList.at(0), length, checkResult);
+    const Protocol &request = PLC_driver.protocolList.at(0);
+    const int checkResult = checked(request, reply, length);
+    const Outcome outcome = localOutcome(request, length, checkResult);
     if (outcome == kLocalGood && checkResult == kReplyToStore) {
         QMutexLocker lock(&PLC_driver.cacheMutex);
         SaveToLocalDataErea(reply);
@@ -23,7 +33,7 @@ int DealDataOfRemoteArea(QByteArray *reply, int length) {
     Q_ASSERT(isHeld(PLC_driver.listMutex));
     const Protocol &request = PLC_driver.protocolList.at(0);
     const int repliesBefore = PLC_driver.comInfo->frameDone;
-    const Outcome outcome = remoteOutcome(request, length, CheckGetData(reply, length), repliesBefore);
+    const Outcome outcome = remoteOutcome(request, length, checked(request, reply, length), repliesBefore);
     if (isMergeRead(request) && (outcome == kLocalGood || outcome == kRemoteGood)) {
         SaveToLocalDataErea(reply);  // a merge read touches no cache entry, so no cacheMutex
     }

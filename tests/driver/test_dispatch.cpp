@@ -22,6 +22,12 @@ TEST_F(Dispatch, RepliesToARead) {
     queueOnceRead("7@100+1");
     send();
     EXPECT_EQ(DataCom(nullptr, 7)->retValue, 41) << "null is an empty reply";
+    for (const int length : {0, 8}) {  // neither is a length that is looked into
+        queueOnceRead("7@100+1");
+        send();
+        EXPECT_EQ(DataCom(reinterpret_cast<QByteArray *>(alignof(QByteArray)), length)->retValue,
+                  length == 0 ? 41 : 71);
+    }
     settings.localNode = 4;
     queueOnceRead("7@100+1^4");
     EXPECT_EQ(exchange(), 1) << "of the own node";
