@@ -31,6 +31,10 @@ TEST(ReadPlan, EarliestCutsAndRangesOfAnySize) {
         return planReads({wanted, readLimits(type, frameLimit)}, ReadCost({9600, 11, 8, 0}), Refusals());
     };
     EXPECT_EQ(plan({{100, 40, 1}}, 7, 32), (Requests{{100, 8}, {108, 32}}));
+    // Three would take as long: what the third costs, the gaps it leaves out save.
+    const WantedElements bits({{49, 1, 1}, {164, 1, 1}, {170, 2, 1}, {269, 1, 1}, {373, 1, 1}, {432, 1, 1}},
+                              readLimits(1, 28));
+    EXPECT_EQ(planReads(bits, ReadCost({9600, 12, 1, 0}), Refusals()).size(), 2);
     const Variables beyond = {{INT_MAX, INT_MAX, 2}, {-1, 4, 1}, {INT_MIN, INT_MAX, 1}, {0, INT_MIN, 1}, {5, -3, 2}};
     EXPECT_EQ(plan(beyond + Variables{{23535, INT_MAX, 2}}, 7, 32), (Requests{{23535, 1}}));
     std::mt19937 random(1);
