@@ -150,7 +150,7 @@ QList<VariableFault> resolve(Variable *variable);
 
 enum Condition {
     Fresh,
-    Stale,        // its oldest part is older than the settings allow, or a write to it may or may not have been done
+    Stale,        // its oldest part is older than the settings allow, or it was written and not read since
     NeverRead,    // some of it
     Failing,      // the last request for some of it failed
     NotReadable,  // its controller refuses it
@@ -214,9 +214,9 @@ struct LineEvent {
     QString text;   // ReadsChanged: in words
 };
 
-/// The engine. One at a time in a process, since there is one driver, which it binds and unbinds: what is queued in the
-/// driver then is dropped, before and after. Ask for writes and one-shot reads through it, for the driver drops those
-/// of a station that is down without a word.
+/// The engine. One at a time in a process, since there is one driver, which it binds and unbinds, callbacks and station
+/// table included: what is queued in the driver then is dropped, before and after. Ask for writes and one-shot reads
+/// through it, for the driver drops those of a station that is down without a word.
 class Line {
 public:
     /// Settings out of range count as the nearest value.
@@ -237,13 +237,15 @@ public:
     /// @return requests in a pass; 0: none.
     int watch(const QVector<Variable> &variables, qint64 nowUs);
     /// Queue an operation of a usable variable. Its end is a LineEvent.
-    /// For a broadcast set the station of a usable variable to 0; it is done when the turnaround is over.
+    /// For a broadcast set the station of a usable variable to 0, but not of bits inside
+    /// words; it is done when the turnaround is over. While a station is down its operations get one try each.
     /// @param values  as GetRegisterData gives them: 1 byte per bit, 2 per register, 4 per 32-bit value.
     /// @return its number, above 0; 0: refused, too many are queued or values are more than a request holds.
     int readOnce(const Variable &variable);
     int write(const Variable &variable, const QByteArray &values);
 
-    /// Takes the oldest event. Those of exchanges that nobody takes are dropped beyond some thousands; no other is.
+    /// Takes the oldest event. Beyond some thousands that nobody takes, those of exchanges and passes are dropped; no
+    /// other is.
     bool takeEvent(LineEvent *event);
 
     /// Of a variable that is watched.
@@ -252,8 +254,11 @@ public:
     static QByteArray values(const Variable &variable);
 
     bool isDown(int station) const;
-    /// When a station that is down is asked next.
+    /// When a station that is down is asked next; the largest time while it is being asked.
     qint64 nextProbeUs(int station) const;
+    /// Whether it is known if the adapter echoes. While it is not, the answer to a write of a single register or coil
+    /// is taken for its echo, and the write fails though it is carried out.
+    bool knowsEcho() const;
     int requestsPerPass() const;
     /// What a pass takes on a line without faults.
     qint64 plannedPassUs() const;

@@ -74,6 +74,7 @@ void CallLoop::restart(qint64 nowUs) {
     }
     phase_ = Idle;
     beSilent();
+    stations_.probeFrom(lineFreeUs_);  // a probe that was out is lost
 }
 
 void CallLoop::operationQueued(int operation, int station, int requests) {
@@ -91,8 +92,8 @@ QList<LineEvent> CallLoop::takeEvents() {
     return taken;
 }
 
-QList<CallLoop::Written> CallLoop::takeWritten() {
-    const QList<Written> taken = written_;
+QList<Elements> CallLoop::takeWritten() {
+    const QList<Elements> taken = written_;
     written_.clear();
     return taken;
 }
@@ -167,7 +168,10 @@ Step CallLoop::next(qint64 nowUs, bool mayFetch) {
     qint64 untilUs = nowUs_;
     switch (phase_) {
         case Idle:
-            if (!mayFetch || !fetch()) {
+            if (!mayFetch) {
+                return waitUntil(kNever);
+            }
+            if (!fetch()) {
                 return waitUntil(stations_.nextDueUs());
             }
             return next(nowUs, mayFetch);
@@ -209,16 +213,13 @@ bool CallLoop::fetch() {
     port_.startTries();
     const int station = current_.var.station;
     if (stations_.isDown(station)) {
-        current_.isProbe = current_.request.cyclic;
-        if (current_.isProbe) {
-            port_.endTries();
-        }
+        port_.endTries();  // a probe, whatever was asked for: one try
         if (!hasOperations(station)) {
             DriverPort::setStation(station, false);
         }
     }
     if (request->var.accessFlag != 0) {
-        noteWritten(false);
+        written_.append(writtenElements(request->var));
     }
     phase_ = Ready;
     current_.heldUs = outstanding_.heldUntil(current_.request, nowUs_) - nowUs_;
@@ -231,12 +232,12 @@ qint64 CallLoop::readyUs() const {
     if (current_.isFirstTry) {
         us = qMax(us, outstanding_.heldUntil(current_.request, nowUs_));
     }
-    if (finder_.isArriving()) {
-        const qint64 longestUs = times_.charactersUs(kLongestModbusFrame) + times_.silenceUs();
-        us = qMax(us, qMin(finder_.lastByteUs() + times_.silenceUs(), finder_.arrivingSinceUs() + longestUs));
+    if (finder_.position() == 0) {
+        return us;
     }
-    const qint64 quietUs = finder_.lastByteUs() + times_.gapUs();
-    return finder_.position() > 0 ? qMax(us, qMin(quietUs, current_.readySinceUs + settings_.timeoutUs)) : us;
+    const qint64 quietUs = finder_.lastByteUs() + (finder_.isArriving() ? times_.silenceUs() : times_.gapUs());
+    const qint64 patienceUs = settings_.timeoutUs + times_.charactersUs(kLongestModbusFrame);
+    return qMax(us, qMin(quietUs, qMax(us, current_.readySinceUs) + patienceUs));
 }
 
 Step CallLoop::send() {
@@ -312,7 +313,7 @@ void CallLoop::conclude() {
         return;
     }
     const QByteArray &answer = current_.answer.bytes;
-    if ((byteOf(answer, 1) & kExceptionBit) == 0) {
+    if (!isException(answer)) {
         const DriverPort::Verdict verdict = port_.judge(answer);
         finishTry(verdict, verdict.good ? LineEvent::None : LineEvent::Damaged, 0);
         return;
@@ -353,9 +354,6 @@ void CallLoop::finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure 
     exchange.replyUs = current_.answered ? qMax<qint64>(0, current_.answer.arrivedUs - current_.endOfSendingUs) : -1;
     events_.append(exchange);
     count(exchange);
-    if (verdict.over && verdict.good && exchange.write) {
-        noteWritten(true);
-    }
     if (verdict.over && !verdict.good && !current_.heard) {
         missed(current_.var.station);
     }
@@ -367,11 +365,6 @@ void CallLoop::finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure 
     if (again && !port_.request()) {  // the host has unbound the driver
         phase_ = Idle;
     }
-}
-
-void CallLoop::noteWritten(bool done) {
-    const Written written = {writtenElements(current_.var), done};
-    written_.append(written);
 }
 
 void CallLoop::count(const LineEvent &exchange) {

@@ -37,12 +37,9 @@ public:
     /// The requests of all operations that are queued.
     int queuedRequests() const { return queuedRequests_; }
 
-    /// What writes show in the cache: from when the driver hands them out, and once more when they are done.
-    struct Written {
-        Elements elements;
-        bool done;
-    };
-    QList<Written> takeWritten();
+    /// The elements that writes taken from the driver since the last call show in the cache.
+    QList<Elements> takeWritten();
+    bool knowsEcho() const { return echo_.isKnown(); }
     QList<LineEvent> takeEvents();
     const StationBackoff &stations() const { return stations_; }
 
@@ -52,7 +49,6 @@ private:
     struct Current {
         Outstanding::Request request;
         RW_VAR var;
-        bool isProbe;  // of a station that is down: one try
         bool isFirstTry;
         qint64 readySinceUs;
         qint64 heldUs;  // at most, before its first try
@@ -81,7 +77,6 @@ private:
     void beSilent();
     void missed(int station);
     bool hasOperations(int station) const;
-    void noteWritten(bool done);
 
     LineSettings settings_;
     LineTimes times_;
@@ -103,7 +98,7 @@ private:
     qint64 pauseUntilUs_;  // a busy controller's
     Phase phase_;
     Current current_;
-    QList<Written> written_;
+    QList<Elements> written_;
     QList<LineEvent> events_;
 };
 

@@ -17,6 +17,11 @@ const int kMostReads = 1000;         // requests queued; the driver's queue of o
 const int kMostWrites = 10000;       // the other one has no end of its own
 const int kMostWrittenCoils = 1968;  // that one Modbus write carries; the driver sends coils in one request
 const int kStalePasses = 3;
+
+bool isStation(int number) {
+    return number >= 1 && number <= 247;
+}
+
 const qint64 kLeastStaleUs = 1000000;
 
 }  // namespace
@@ -57,16 +62,15 @@ Step Line::Parts::next(qint64 hostUs) {
         if (reads.update()) {
             passes.begin(reads.requests(), nowUs);
         }
-        if (mayRetry && reads.nextRetryUs() <= nowUs) {
+        if ((mayRetry || reads.requests().isEmpty()) && reads.nextRetryUs() <= nowUs) {
             reads.retryRefused(nowUs);
             mayRetry = false;
         }
         const bool mayFetch = loop.queuedRequests() > 0 || passes.isDue(nowUs);
         Step step = loop.next(nowUs, mayFetch);
-        const QList<CallLoop::Written> written = loop.takeWritten();
+        const QList<Elements> written = loop.takeWritten();
         for (int i = 0; i < written.size(); ++i) {
-            const CallLoop::Written &one = written.at(i);
-            one.done ? states.writeDone(one.elements) : states.writeStarted(one.elements);
+            states.writeStarted(written.at(i));
         }
         const QList<LineEvent> news = loop.takeEvents();
         for (int i = 0; i < news.size(); ++i) {
@@ -74,7 +78,9 @@ Step Line::Parts::next(qint64 hostUs) {
         }
         if (step.kind == Step::Send || news.isEmpty()) {
             if (step.kind == Step::Wait) {
-                step.untilUs = mayRetry ? qMin(step.untilUs, reads.nextRetryUs()) : step.untilUs;
+                if (mayRetry || reads.requests().isEmpty()) {
+                    step.untilUs = qMin(step.untilUs, reads.nextRetryUs());
+                }
                 step.untilUs = mayFetch ? step.untilUs : qMin(step.untilUs, passes.dueUs());
             }
             return step;
@@ -99,7 +105,7 @@ void Line::Parts::digest(const LineEvent &event, qint64 nowUs) {
         changed.station = event.station;
         tell(changed);
     }
-    if (event.cyclic) {
+    if (event.cyclic && passes.isDue(nowUs)) {  // else it slipped in between writes
         passes.finished(elements);
         checkPass(nowUs);
     }
@@ -171,7 +177,7 @@ int Line::watch(const QVector<Variable> &variables, qint64 nowUs) {
 }
 
 int Line::readOnce(const Variable &variable) {
-    const int operation = parts_->queued(variable, kMostReads);
+    const int operation = isStation(variable.station) ? parts_->queued(variable, kMostReads) : 0;
     if (operation != 0) {
         RW_VAR record = readRecord(variable);
         const RW_VAR own = parts_->port.ownRecord();
@@ -183,10 +189,15 @@ int Line::readOnce(const Variable &variable) {
 }
 
 int Line::write(const Variable &variable, const QByteArray &values) {
-    const bool coils = variable.kind == BitValue && variable.elements.elemType == variable.elemType;
-    const int operation = coils && variable.count > kMostWrittenCoils ? 0 : parts_->queued(variable, kMostWrites);
+    const bool bits = variable.kind == BitValue;
+    const bool coils = bits && variable.elements.elemType == variable.elemType;
+    // A bit inside a word is read first, and nobody answers a broadcast.
+    const bool hasForm = isStation(variable.station) || (variable.station == 0 && (coils || !bits));
+    const bool refused = !hasForm || (coils && variable.count > kMostWrittenCoils);
+    const int operation = refused ? 0 : parts_->queued(variable, kMostWrites);
     if (operation != 0) {
         parts_->port.write(operation, readRecord(variable), values);
+        parts_->states.writeStarted(variable.elements);  // after a failed request the cache shows it already
     }
     return operation;
 }
@@ -225,6 +236,10 @@ bool Line::isDown(int station) const {
 
 qint64 Line::nextProbeUs(int station) const {
     return parts_->loop.stations().nextProbeUs(station);
+}
+
+bool Line::knowsEcho() const {
+    return parts_->loop.knowsEcho();
 }
 
 int Line::requestsPerPass() const {

@@ -1,5 +1,7 @@
 #include "line/line_settings.h"
 
+#include "line/line_times.h"
+
 namespace dravo {
 
 LineSettings::LineSettings()
@@ -32,9 +34,12 @@ LineSettings inRange(const LineSettings &given) {
     settings.bitsPerCharacter = qBound(7, given.bitsPerCharacter, 16);
     settings.timeoutUs = qBound<qint64>(1, given.timeoutUs, longest);
     const qint64 lifetimeUs = given.lifetimeUs <= 0 ? 3 * settings.timeoutUs : given.lifetimeUs;
-    settings.lifetimeUs = qBound(settings.timeoutUs, lifetimeUs, 3 * longest);
+    // At a low baud rate the longest answer alone takes longer than some lifetimes.
+    const int longestReply = 5 + 2 * qBound(1, given.frameLimit, 125);
+    const qint64 shortestUs = settings.timeoutUs + LineTimes(settings).charactersUs(longestReply);
+    settings.lifetimeUs = qBound(shortestUs, lifetimeUs, qMax(shortestUs, 3 * longest));
     settings.startSilenceUs = given.startSilenceUs < 0 ? settings.lifetimeUs : qMin(given.startSilenceUs, 3 * longest);
-    settings.frameLimit = qBound(1, given.frameLimit, 65536);
+    settings.frameLimit = qBound(1, given.frameLimit, 125);  // registers in a Modbus read
     settings.retries = qBound(0, given.retries, 1000000);
     settings.replyDelayUs = qBound<qint64>(0, given.replyDelayUs, longest);
     settings.passPeriodUs = qBound<qint64>(0, given.passPeriodUs, longest);

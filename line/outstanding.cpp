@@ -55,7 +55,7 @@ bool Outstanding::serves(const Entry &entry, const Request &request) const {
 
 // The oldest entry decides: a request is held back until no other's answer could pass for its own.
 Outstanding::Match Outstanding::take(const Frame &reply, const Request *waiting) {
-    if (byteOf(reply.bytes, 1) & kExceptionBit) {
+    if (isException(reply.bytes)) {
         return takeException(reply, waiting);
     }
     for (int i = 0; i < entries_.size(); ++i) {
@@ -120,8 +120,7 @@ int Outstanding::nextLength(const QByteArray &bytes, int offset, int longerThan)
         if (exception && kExceptionLength > longerThan) {
             next = qMin(next, kExceptionLength);
         }
-        const bool ordinary = function < 0 || function == shape.function ||
-                              (shape.function == kAnyFunction && !(function & kExceptionBit));
+        const bool ordinary = function < 0 || function == shape.function || shape.function == kAnyFunction;
         const QByteArray head = bytes.mid(offset + 2, shape.head.size());
         if (ordinary && shape.head.startsWith(head) && shape.replyLength <= kLongestFrame &&
             shape.replyLength > longerThan) {

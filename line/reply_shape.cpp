@@ -73,14 +73,15 @@ RequestShape shapeOf(const Protocol &request, bool remote) {
     return shape;
 }
 
+bool isException(const QByteArray &reply) {
+    return reply.size() == kExceptionLength && (byteOf(reply, 1) & kExceptionBit);
+}
+
 bool RequestShape::fits(const QByteArray &reply) const {
     if (station == 0 || replyLength < kShortestAnswer || reply.size() != replyLength || byteOf(reply, 0) != station) {
         return false;
     }
-    if (function == kAnyFunction) {
-        return (byteOf(reply, 1) & kExceptionBit) == 0;
-    }
-    return byteOf(reply, 1) == function && reply.mid(2, head.size()) == head;
+    return function == kAnyFunction || (byteOf(reply, 1) == function && reply.mid(2, head.size()) == head);
 }
 
 bool RequestShape::fitsException(const QByteArray &reply) const {
@@ -93,10 +94,6 @@ bool RequestShape::fitsException(const QByteArray &reply) const {
 
 bool answersLookAlike(const RequestShape &a, const RequestShape &b) {
     return a.station == b.station && a.function == b.function && a.replyLength == b.replyLength && a.head == b.head;
-}
-
-bool exceptionsLookAlike(const RequestShape &a, const RequestShape &b) {
-    return a.station == b.station && a.function == b.function;
 }
 
 bool overlap(const RequestShape &a, const RequestShape &b) {

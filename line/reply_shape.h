@@ -36,14 +36,14 @@ const int kAnyFunction = -1;
 const int kExceptionBit = 0x80;
 const int kExceptionLength = 5;
 
+/// Whether a whole reply frame is an exception.
+bool isException(const QByteArray &reply);
+
 /// @param remote  requests are remote frames.
 RequestShape shapeOf(const Protocol &request, bool remote);
 
 /// Whether an ordinary answer to one could be taken for an answer to the other.
 bool answersLookAlike(const RequestShape &a, const RequestShape &b);
-
-/// Whether an exception could be an answer to either.
-bool exceptionsLookAlike(const RequestShape &a, const RequestShape &b);
 
 /// Whether two requests touch a common address. Station 0 is every station.
 bool overlap(const RequestShape &a, const RequestShape &b);

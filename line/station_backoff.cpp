@@ -59,6 +59,14 @@ QList<int> StationBackoff::takeDue(qint64 nowUs) {
     return stations;
 }
 
+void StationBackoff::probeFrom(qint64 us) {
+    for (QMap<int, Station>::iterator it = stations_.begin(); it != stations_.end(); ++it) {
+        if (it.value().isDown && it.value().probeUs == kNever) {
+            it.value().probeUs = us;
+        }
+    }
+}
+
 qint64 StationBackoff::nextDueUs() const {
     qint64 next = kNever;
     for (QMap<int, Station>::const_iterator it = stations_.constBegin(); it != stations_.constEnd(); ++it) {

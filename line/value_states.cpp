@@ -112,14 +112,14 @@ void ValueStates::readFinished(const Elements &elements, bool good, int code, in
     segments->insert(elements.address, read);
 }
 
-void ValueStates::setUnsure(const Elements &elements, bool unsure) {
+void ValueStates::writeStarted(const Elements &elements) {
     // Where nothing was ever read, nothing can become stale.
     const QList<Group> groups = groups_.keys();
     for (int i = 0; i < groups.size() && elements.count > 0; ++i) {
         Elements written = elements;
         written.station = elements.station == 0 ? int(groups.at(i) >> 32) : elements.station;
         if (groupOf(written) == groups.at(i)) {
-            changeEach(written, [unsure](Segment *segment) { segment->unsure = unsure; });
+            changeEach(written, [](Segment *segment) { segment->unsure = true; });
         }
     }
 }

@@ -13,10 +13,9 @@ class ValueStates {
 public:
     /// A read of the elements is over at nowUs. good: their values are in the cache.
     void readFinished(const Elements &elements, bool good, int code, int exceptionCode, qint64 nowUs);
-    /// A write shows in the cache from now on, and nobody knows whether the controller has it: stale until it is done
-    /// or read again. Station 0 is every station.
-    void writeStarted(const Elements &elements) { setUnsure(elements, true); }
-    void writeDone(const Elements &elements) { setUnsure(elements, false); }
+    /// A write may show in the cache from now on, and nobody knows whether the controller has it: stale until read
+    /// again. Station 0 is every station.
+    void writeStarted(const Elements &elements);
     /// Forgets the elements that no variable covers, so that memory is bounded by what is watched.
     void keepOnly(const QVector<Variable> &variables);
 
@@ -39,7 +38,6 @@ private:
     Segments *cutOut(const Elements &elements);
     template <typename Change>
     void changeEach(const Elements &elements, Change change);
-    void setUnsure(const Elements &elements, bool unsure);
 
     QMap<Group, Segments> groups_;
 };

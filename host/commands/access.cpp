@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kReadsForEcho = 3;
+constexpr int kReadsForEcho = 12;  // three in a row have to be answered at the first try
 constexpr Bounds kTypes{0, dravo::kElementTypeCount - 1};
 
 /// The types that has holds for: "15, 16, 17 and 20".
@@ -86,7 +86,7 @@ void Access::learnWhetherEchoes() {
     one.count = 1;
     dravo::resolve(&one);  // fewer values of a usable variable are usable
     dravo::LineEvent end;
-    for (int i = 0; i < kReadsForEcho && options_.line.echo == dravo::EchoAuto; ++i) {
+    for (int i = 0; i < kReadsForEcho && options_.line.echo == dravo::EchoAuto && !engine_->knowsEcho(); ++i) {
         if (complete(engine_->readOnce(one), &end) || end.failure == dravo::LineEvent::NoAnswer) {
             return;
         }
