@@ -57,10 +57,12 @@ Failure SerialPort::waitForBytes(int milliseconds) {
     return none && port_.error() != QSerialPort::TimeoutError ? lost() : Failure();
 }
 
-// For a device that hung up the port has no reason of the system, only "Unknown error". It is closed at once: while
-// somebody has it open, an adapter that is plugged in again gets another name.
+// For a device that hung up the port has no reason of the system. It is closed at once: while somebody has it open, an
+// adapter that is plugged in again gets another name.
 Failure SerialPort::lost() {
-    Failure failure(QStringLiteral("the line is lost: the device failed or is gone (%1)").arg(port_.errorString()));
+    const bool hasReason = port_.error() != QSerialPort::UnknownError && port_.error() != QSerialPort::NoError;
+    const QString reason = hasReason ? QStringLiteral(" (%1)").arg(port_.errorString()) : QString();
+    Failure failure(QStringLiteral("the line is lost: the device failed or is gone%1").arg(reason));
     port_.close();
     return failure;
 }
