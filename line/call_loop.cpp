@@ -218,7 +218,8 @@ bool CallLoop::fetch() {
             DriverPort::setStation(station, false);
         }
     }
-    if (request->var.accessFlag != 0) {
+    // The read half of a bit write shows the bit already.
+    if (request->var.accessFlag != 0 || request->var.param1 == kMergeRead) {
         written_.append(writtenElements(request->var));
     }
     phase_ = Ready;

@@ -7,7 +7,6 @@ namespace dravo {
 namespace {
 
 const int kReadOverhead = 5;    // station, function, byte count, CRC
-const int kMergeRead = -1;      // param1 of the read half of a bit write
 const int kEchoedBytes = 4;     // of a write: start address, and value or quantity
 const int kShortestAnswer = 6;  // shorter ones the driver refuses
 const int kRemoteStationByte = 4;

@@ -33,6 +33,7 @@ struct RequestShape {
 };
 
 const int kAnyFunction = -1;
+const int kMergeRead = -1;  // param1 of the read half of a bit write
 const int kExceptionBit = 0x80;
 const int kExceptionLength = 5;
 

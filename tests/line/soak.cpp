@@ -142,6 +142,7 @@ void Soak::watchSomething() {
                                       coils ? 9 + below(24) : 1 + below(3)));
         }
     }
+    watched_ = variables;
     line_.watch(variables, nowUs_);
 }
 
@@ -232,6 +233,9 @@ void Soak::turn() {
     }
     const dravo::Step step = line_.next(wire_.chance(0.01) ? nowUs_ - 5000 : nowUs_);
     look();
+    if (!hadAccident_ && below(8) == 0) {
+        lookAtShown();
+    }
     if (step.kind == dravo::Step::Wait) {
         wait(step.untilUs);
         return;
@@ -271,6 +275,23 @@ void Soak::wait(Us untilUs) {
 void Soak::look() {
     for (dravo::LineEvent event; line_.takeEvent(&event);) {
         lookAt(event);
+    }
+}
+
+void Soak::lookAtShown() {
+    const dravo::Variable &one = watched_.at(below(watched_.size()));
+    const dravo::ValueState state = line_.stateOf(one, nowUs_);
+    if (one.elemType != 7 || state.condition != dravo::Fresh) {
+        return;
+    }
+    const QByteArray values = dravo::Line::values(one);
+    const Us since = nowUs_ - state.ageUs - 5 * times_.lifetimeUs - 300000;
+    for (int i = 0; i < one.count; ++i) {
+        const int value = byteOf(values, 2 * i) | byteOf(values, 2 * i + 1) << 8;
+        if (!wire_.holdingRegister(one.station, one.elementAddress + i).heldBetween(quint16(value), since, nowUs_)) {
+            fail("station " + std::to_string(one.station) + " is shown with " + std::to_string(value) + " at " +
+                 std::to_string(one.elementAddress + i));
+        }
     }
 }
 

@@ -2,6 +2,7 @@
 // - a value that was read is one that its controller held at that address between the sending and the reply;
 // - a write that is done was carried out after it was asked for; none was carried out after an overlapping later one
 //   was sent; the neighbours of a written bit stay as they are;
+// - a value that is shown as fresh is one that its controller held not much longer ago than it says;
 // - every write and one-shot read has exactly one outcome; an exception that is believed was meant.
 #ifndef DRAVO_TESTS_LINE_SOAK_H
 #define DRAVO_TESTS_LINE_SOAK_H
@@ -54,6 +55,7 @@ private:
     void wait(Us untilUs);
     void look();
     void lookAt(const dravo::LineEvent &event);
+    void lookAtShown();
     void lookAtRead(const dravo::LineEvent &event);
     void lookAtOperation(const dravo::LineEvent &event);
     Us windowStart(const dravo::LineEvent &event) const;
@@ -84,6 +86,7 @@ private:
     std::map<int, Asked> pending_;
     quint16 nextValue_ = 1;
     std::set<int> down_;
+    QVector<dravo::Variable> watched_;
     std::map<int, long> eventCounts_;
     long operationsDone_ = 0;
     bool hadAccident_ = false;
