@@ -31,7 +31,7 @@ double drawn(std::mt19937 &random, double most) {
 WireTimes drawnTimes(std::mt19937 &random) {
     WireTimes times;
     times.timeoutUs = 40000 + Us(random() % 160000);
-    times.lifetimeUs = times.timeoutUs * Us(3 + random() % 8) / 2;
+    times.lifetimeUs = times.timeoutUs * Us(3 + random() % 8) / 2 + 40000;  // the longest answer takes 38 ms
     return times;
 }
 
