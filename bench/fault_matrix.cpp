@@ -31,26 +31,10 @@ const Fault kFaults[] = {
     {"the station is switched off for ten seconds", [](WireFaults &f) { f.lost = 1; }, 10},
 };
 
-dravo::LineSettings settings() {
-    dravo::LineSettings made;
-    made.baud = 9600;
-    made.startSilenceUs = 0;
-    return made;
-}
-
-WireTimes wireTimes() {
-    WireTimes times;
-    times.baud = 9600;
-    times.timeoutUs = 500000;
-    times.lifetimeUs = 1500000;
-    times.replyFirstUs = times.replyLastUs = 5000;
-    return times;
-}
-
 /// One run: a healthy line, the fault, and the way back.
 class Run {
 public:
-    explicit Run(const Fault &fault) : fault_(fault), desk_(settings(), WireFaults(), wireTimes()) {
+    explicit Run(const Fault &fault) : fault_(fault), desk_(at9600(), WireFaults(), wireAt9600()) {
         for (const char *address : {"0", "100", "200", "210"}) {
             variables_.append(variable(1, 7, address, 4));
         }

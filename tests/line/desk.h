@@ -16,6 +16,23 @@ inline dravo::Variable variable(int station, int elemType, const char *address, 
     return made;
 }
 
+/// A line of 9600 baud whose controllers answer after 5 ms, and the settings for it.
+inline dravo::LineSettings at9600() {
+    dravo::LineSettings settings;
+    settings.baud = 9600;
+    settings.startSilenceUs = 0;
+    return settings;
+}
+
+inline WireTimes wireAt9600() {
+    WireTimes times;
+    times.baud = 9600;
+    times.timeoutUs = 500000;
+    times.lifetimeUs = 1500000;
+    times.replyFirstUs = times.replyLastUs = 5000;
+    return times;
+}
+
 class Desk {
 public:
     Desk(const dravo::LineSettings &settings, const WireFaults &faults, const WireTimes &times, unsigned seed = 1)

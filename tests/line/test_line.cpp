@@ -15,22 +15,6 @@ namespace {
 
 constexpr Us kSecond = 1000000;
 
-dravo::LineSettings at9600() {
-    dravo::LineSettings settings;
-    settings.baud = 9600;
-    settings.startSilenceUs = 0;
-    return settings;
-}
-
-WireTimes wireAt9600() {
-    WireTimes times;
-    times.baud = 9600;
-    times.timeoutUs = 500000;
-    times.lifetimeUs = 1500000;
-    times.replyFirstUs = times.replyLastUs = 5000;
-    return times;
-}
-
 QVector<dravo::Variable> eightReadsEach(std::initializer_list<int> stations) {
     QVector<dravo::Variable> variables;
     for (const int station : stations) {
