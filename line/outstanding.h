@@ -53,7 +53,6 @@ public:
 
     /// The latest time until which an answer of the station is expected; nowUs: none is.
     qint64 expectedUntil(int station, qint64 nowUs) const;
-    int size() const { return entries_.size(); }
 
 private:
     struct Entry {
