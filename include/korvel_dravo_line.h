@@ -65,7 +65,8 @@ enum EchoMode { EchoAuto, EchoOn, EchoOff };
 
 /// How variables are merged into cyclic reads. Either way none is longer than the frame limit.
 enum MergeRule {
-    MergeByDriver,  // neighbours within the frame limit share a request
+    MergeByDriver,  // neighbours within the frame limit share a request; what that would tear or make longer than
+                    // Modbus allows is merged by time, station and type at a time
     MergeByTime     // the split that takes the least time on the line
 };
 
@@ -83,9 +84,11 @@ struct LineSettings {
                             // converter hands bytes on every 16 ms
     qint64 busyPauseUs;     // before a request that was answered with exception 5 or 6 is sent again: 200000
     EchoMode echo;          // EchoAuto
-    bool answersMayDouble;  // entries stay for their full lifetime: false
+    bool answersMayDouble;  // entries stay for their full lifetime: false. Requests that look like the last one then
+                            // wait for it, so that one takes a lifetime
     int retries;            // times that a request is sent again: 2
-    int frameLimit;         // registers in a request, eight times as many coils: 32
+    int frameLimit;         // elements in a request, 1 to 125, and eight times as many coils: 32. Of 32-bit values
+                            // that are one element each (type 13) a request holds 62 at most
     int remoteNode;         // 0 to 255: requests are remote frames for this node; -1: controller frames
     MergeRule merge;        // MergeByDriver
     qint64 replyDelayUs;    // what a controller takes to answer, for planning: 5000
@@ -188,7 +191,8 @@ struct LineEvent {
         None,
         NoAnswer,  // nothing came, or nothing of that station
         Damaged,   // bytes came, and no frame that fits
-        Refused    // an exception
+        Refused,   // an exception
+        NotSure    // the answer came or the adapter's echo: they look the same, and nobody knows yet if it echoes
     };
     LineEvent();
 
@@ -197,7 +201,7 @@ struct LineEvent {
     bool over;     // Exchange: the driver's operation is finished, well or badly; else the same is sent again, or
                    // the other half of a bit write follows
     bool cyclic;   // Exchange: of a cyclic read
-    bool again;    // Exchange: of something refused that is tried again
+    bool again;    // Exchange: of something refused that is tried again, or a probe of a station that is down
     bool write;    // Exchange: of a write; a bit write's read half is none
     int elemType;  // Exchange: as carried on the line, and so address and count
     int address;
@@ -229,16 +233,19 @@ public:
     Step next(qint64 nowUs);
     /// The bytes of the last Step::Send have been handed to the port.
     void sent(qint64 nowUs);
-    /// The port was closed and opened again. Operations that are queued or out fail: nobody wants an old write on a
-    /// machine later. The cyclic reads go on after the silence.
+    /// The port was closed and opened again. Operations that are queued or out fail, in the order of asking: nobody
+    /// wants an old write on a machine later. The cyclic reads go on after the silence.
     void restart(qint64 nowUs);
 
     /// Replaces the variables that are read over and over. All of them are usable.
     /// @return requests in a pass; 0: none.
     int watch(const QVector<Variable> &variables, qint64 nowUs);
-    /// Queue an operation of a usable variable. Its end is a LineEvent.
-    /// For a broadcast set the station of a usable variable to 0, but not of bits inside
-    /// words; it is done when the turnaround is over. While a station is down its operations get one try each.
+    /// Queue an operation of a usable variable. Its end is a LineEvent. Writes go before reads, and both before cyclic
+    /// reads, of which one goes after five in a row.
+    /// For a broadcast set the station of a usable variable to 0, but not of bits inside words; it is done when the
+    /// turnaround is over. While stations are down, their operations get one try each, and one of them is tried in
+    /// each pass of the others.
+    /// A host that only writes single registers or coils sets echo, see knowsEcho.
     /// @param values  as GetRegisterData gives them: 1 byte per bit, 2 per register, 4 per 32-bit value.
     /// @return its number, above 0; 0: refused, too many are queued or values are more than a request holds.
     int readOnce(const Variable &variable);
@@ -254,10 +261,11 @@ public:
     static QByteArray values(const Variable &variable);
 
     bool isDown(int station) const;
-    /// When a station that is down is asked next; the largest time while it is being asked.
+    /// When a station that is down is asked next; the largest time while it is being asked. Of no meaning for others.
     qint64 nextProbeUs(int station) const;
-    /// Whether it is known if the adapter echoes. While it is not, the answer to a write of a single register or coil
-    /// is taken for its echo, and the write fails though it is carried out.
+    /// Whether it is known if the adapter echoes: after three reads. While it is not, the answer to a write of a single
+    /// register or coil is taken for its echo, and the write fails with NotSure though it is carried out. Where bytes
+    /// stand before every answer it is never known; set echo there.
     bool knowsEcho() const;
     int requestsPerPass() const;
     /// What a pass takes on a line without faults.

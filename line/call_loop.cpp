@@ -40,7 +40,6 @@ CallLoop::CallLoop(const LineSettings &settings, DriverPort &port, LineStatistic
       outstanding_(settings.answersMayDouble),
       echo_(settings.echo),
       stations_(settings),
-      queuedRequests_(0),
       requests_(0),
       nowUs_(boundedUs(nowUs)),
       lineFreeUs_(nowUs_),
@@ -60,14 +59,11 @@ void CallLoop::restart(qint64 nowUs) {
     finder_.clear();
     echo_.restart();
     port_.dropOperations();
-    const QList<int> lost = operations_.keys();
-    for (int i = 0; i < lost.size(); ++i) {
-        LineEvent over;
-        over.operation = lost.at(i);
-        over.code = kResultLocalNoReply + 1;
-        over.failure = LineEvent::NoAnswer;
-        tellOperation(over);
+    probed_.clear();
+    for (QHash<int, int>::const_iterator it = operations_.constBegin(); it != operations_.constEnd(); ++it) {
+        tellLost(it.key(), it.value());
     }
+    operations_.clear();
     const QList<int> down = stations_.down();
     for (int i = 0; i < down.size(); ++i) {
         DriverPort::setStation(down.at(i), false);
@@ -77,13 +73,27 @@ void CallLoop::restart(qint64 nowUs) {
     stations_.probeFrom(lineFreeUs_);  // a probe that was out is lost
 }
 
-void CallLoop::operationQueued(int operation, int station, int requests) {
-    const Operation queued = {station, requests};
-    operations_.insert(operation, queued);
-    queuedRequests_ += requests;
+void CallLoop::operationStarts(int operation, int station) {
+    operations_.insert(operation, station);
     if (stations_.isDown(station)) {
         DriverPort::setStation(station, true);  // or the driver would drop it without a word
     }
+}
+
+void CallLoop::tellLost(int operation, int station) {
+    LineEvent over;
+    over.kind = LineEvent::Operation;
+    over.operation = operation;
+    over.station = station;
+    over.code = kResultLocalNoReply + 1;
+    over.failure = LineEvent::NoAnswer;
+    events_.append(over);
+}
+
+void CallLoop::probe(const RW_VAR &read) {
+    DriverPort::setStation(read.station, true);
+    probed_.append(read.station);
+    port_.readAgain(read);
 }
 
 QList<LineEvent> CallLoop::takeEvents() {
@@ -99,8 +109,8 @@ QList<Elements> CallLoop::takeWritten() {
 }
 
 bool CallLoop::hasOperations(int station) const {
-    for (QHash<int, Operation>::const_iterator it = operations_.constBegin(); it != operations_.constEnd(); ++it) {
-        if (it.value().station == station) {
+    for (QHash<int, int>::const_iterator it = operations_.constBegin(); it != operations_.constEnd(); ++it) {
+        if (it.value() == station) {
             return true;
         }
     }
@@ -138,6 +148,7 @@ void CallLoop::sortOut(const Frame &frame) {
     const int station = byteOf(frame.bytes, 0);
     statistics_.received(station, frame.bytes.size(), times_.charactersUs(frame.bytes.size()));
     if (echo_.take(frame)) {
+        current_.echoed = current_.echoed || (!echo_.isKnown() && frame.bytes == current_.request.shape.frame);
         statistics_.echoReceived(station);
         return;
     }
@@ -172,7 +183,7 @@ Step CallLoop::next(qint64 nowUs, bool mayFetch) {
                 return waitUntil(kNever);
             }
             if (!fetch()) {
-                return waitUntil(stations_.nextDueUs());
+                return waitUntil(kNever);
             }
             return next(nowUs, mayFetch);
         case Ready:
@@ -195,12 +206,9 @@ Step CallLoop::next(qint64 nowUs, bool mayFetch) {
 
 // Takes the driver's next request. False: there is none.
 bool CallLoop::fetch() {
-    const QList<int> due = stations_.takeDue(nowUs_);
-    for (int i = 0; i < due.size(); ++i) {
-        DriverPort::setStation(due.at(i), true);
-    }
     const Protocol *request = port_.request();
     if (!request) {
+        probed_.clear();
         return false;
     }
     current_ = Current();
@@ -212,6 +220,7 @@ bool CallLoop::fetch() {
     current_.readySinceUs = nowUs_;
     port_.startTries();
     const int station = current_.var.station;
+    probed_.removeAll(station);
     if (stations_.isDown(station)) {
         port_.endTries();  // a probe, whatever was asked for: one try
         if (!hasOperations(station)) {
@@ -257,7 +266,7 @@ Step CallLoop::send() {
     const int station = current_.request.shape.station;
     statistics_.sent(station, frame.size(), times_.charactersUs(frame.size()), !current_.isFirstTry);
     if (current_.heldUs > 0) {
-        statistics_.waited(station, current_.heldUs);
+        statistics_.waited(station, qMin(current_.heldUs, nowUs_ - current_.readySinceUs));
         current_.heldUs = 0;
     }
     Step step = {Step::Send, frame, nowUs_};
@@ -310,7 +319,10 @@ void CallLoop::conclude() {
     if (!current_.answered) {
         const bool silence = finder_.position() - current_.positionAtSending == current_.framedBytes;
         finishTry(port_.judge(silence ? QByteArray() : DriverPort::refusable()),
-                  silence ? LineEvent::NoAnswer : LineEvent::Damaged, 0);
+                  current_.echoed ? LineEvent::NotSure
+                  : silence       ? LineEvent::NoAnswer
+                                  : LineEvent::Damaged,
+                  0);
         return;
     }
     const QByteArray &answer = current_.answer.bytes;
@@ -376,9 +388,9 @@ void CallLoop::count(const LineEvent &exchange) {
         statistics_.exceptionReceived(station, exchange.exceptionCode);
     }
     if (exchange.over && exchange.failure != LineEvent::None) {
-        statistics_.failed(station, exchange.failure == LineEvent::NoAnswer  ? LineCounts::NoAnswer
-                                    : exchange.failure == LineEvent::Damaged ? LineCounts::Damaged
-                                                                             : LineCounts::Refused);
+        statistics_.failed(station, exchange.failure == LineEvent::Damaged   ? LineCounts::Damaged
+                                    : exchange.failure == LineEvent::Refused ? LineCounts::Refused
+                                                                             : LineCounts::NoAnswer);
     }
 }
 
@@ -393,10 +405,8 @@ void CallLoop::tellOperations(const LineEvent &exchange) {
 }
 
 void CallLoop::tellOperation(LineEvent over) {
-    const Operation ended = operations_.take(over.operation);
-    queuedRequests_ -= ended.requests;
     over.kind = LineEvent::Operation;
-    over.station = ended.station;
+    over.station = operations_.take(over.operation);
     events_.append(over);
     if (stations_.isDown(over.station) && !hasOperations(over.station)) {
         DriverPort::setStation(over.station, false);

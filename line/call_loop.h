@@ -31,11 +31,20 @@ public:
     /// The port was closed and opened again: what was on the line is lost or may still come; operations fail.
     void restart(qint64 nowUs);
 
-    /// An operation of the station goes into the driver's queue, as so many requests. Until it is over, the station's
-    /// requests go out even while it is down.
-    void operationQueued(int operation, int station, int requests);
-    /// The requests of all operations that are queued.
-    int queuedRequests() const { return queuedRequests_; }
+    /// Whether the driver has no operation, and the next request may be one.
+    bool mayStartOperation() const { return phase_ == Idle && operations_.isEmpty(); }
+    /// An operation of the station goes into the driver's queue. Until it is over, the station's requests go out even
+    /// while it is down.
+    void operationStarts(int operation, int station);
+    /// An operation that the driver never got has failed.
+    void tellLost(int operation, int station);
+
+    /// The stations that are down and due to be asked, each once.
+    QList<int> takeDueProbes() { return stations_.takeDue(nowUs_); }
+    /// A read that asks its station whether it is up again.
+    void probe(const RW_VAR &read);
+    /// Whether something waits in the driver that is no cyclic read.
+    bool isAsked() const { return !operations_.isEmpty() || !probed_.isEmpty(); }
 
     /// The elements that writes taken from the driver since the last call show in the cache.
     QList<Elements> takeWritten();
@@ -57,6 +66,7 @@ private:
         bool heard;          // its station sent something valid since the first try
         qint64 framedBytes;  // that came as whole frames since the last sending
         bool answered;
+        bool echoed;  // a copy of it came that may have been the answer
         Frame answer;
     };
 
@@ -86,13 +96,9 @@ private:
     Outstanding outstanding_;
     EchoWatch echo_;
     StationBackoff stations_;
-    struct Operation {
-        int station;
-        int requests;
-    };
-    QHash<int, Operation> operations_;  // that are queued, by number
-    int queuedRequests_;
-    qint64 requests_;  // so far
+    QHash<int, int> operations_;  // in the driver: the station, by number
+    QList<int> probed_;           // stations whose probe is in the driver
+    qint64 requests_;             // so far
     qint64 nowUs_;
     qint64 lineFreeUs_;
     qint64 pauseUntilUs_;  // a busy controller's

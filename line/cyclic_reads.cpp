@@ -1,6 +1,8 @@
 #include "line/cyclic_reads.h"
 
+#include <limits>
 #include "korvel_dravo_elements.h"
+#include "line/variable.h"
 
 namespace dravo {
 
@@ -38,6 +40,7 @@ void CyclicReads::watch(const QVector<Variable> &variables) {
         ranges[groupOf(variables.at(i).elements)].append(wantedOf(variables.at(i)));
     }
     wanted_.clear();
+    badlyMerged_.clear();
     QMap<ReadGroup, QVector<WantedRange>>::const_iterator it = ranges.constBegin();
     for (; it != ranges.constEnd(); ++it) {
         wanted_.insert(it.key(), WantedElements(it.value(), readLimits(it.key().elemType, settings_.frameLimit)));
@@ -64,7 +67,26 @@ QString CyclicReads::finished(const LineEvent &exchange, qint64 nowUs) {
 // The driver's own merge knows no walls.
 bool CyclicReads::isPlannedHere(const ReadGroup &group) const {
     const Refusals refusals = walls_.of(group);
-    return settings_.merge == MergeByTime || !refusals.walls.isEmpty() || !refusals.refused.isEmpty();
+    return settings_.merge == MergeByTime || !refusals.walls.isEmpty() || !refusals.refused.isEmpty() ||
+           badlyMerged_.contains(group);
+}
+
+// The driver's merge cuts at its frame limit, be it within a 32-bit value, whose halves would then be read at different
+// times, and counts elements of two registers as one.
+bool CyclicReads::findBadlyMerged(const QList<RW_VAR> &requests) {
+    const int known = badlyMerged_.size();
+    for (int i = 0; i < requests.size(); ++i) {
+        const RW_VAR &request = requests.at(i);
+        const ReadGroup group = groupOf(elementsOf(request));
+        const QMap<ReadGroup, WantedElements>::const_iterator wanted = wanted_.constFind(group);
+        const qint64 last = qint64(request.address) + request.count - 1;
+        if (wanted != wanted_.constEnd() && !isPlannedHere(group) &&
+            (request.count > wanted.value().limits().elementsPerRead ||
+             wanted.value().isPair(int(qMin<qint64>(last, wanted.value().end()))))) {
+            badlyMerged_.insert(group, true);
+        }
+    }
+    return badlyMerged_.size() > known;
 }
 
 bool CyclicReads::update() {
@@ -72,6 +94,15 @@ bool CyclicReads::update() {
         return false;
     }
     isNew_ = false;
+    requests_ = makeList();
+    if (findBadlyMerged(requests_)) {
+        requests_ = makeList();
+    }
+    plannedUs_ = workOutPlannedUs();
+    return true;
+}
+
+QList<RW_VAR> CyclicReads::makeList() {
     QList<ReadVarEntry> merged;
     for (int i = 0; i < variables_.size(); ++i) {
         const Variable &variable = variables_.at(i);
@@ -95,9 +126,32 @@ bool CyclicReads::update() {
             }
         }
     }
-    requests_ = port_.setCyclicReads(&merged, planned);
-    plannedUs_ = workOutPlannedUs();
-    return true;
+    return port_.setCyclicReads(&merged, planned);
+}
+
+QList<Elements> CyclicReads::tornBy(const Elements &read) const {
+    QList<Elements> torn;
+    const QMap<ReadGroup, WantedElements>::const_iterator wanted = wanted_.constFind(groupOf(read));
+    const int edges[] = {read.address - 1, read.address + read.count - 1};
+    for (int i = 0; i < 2 && wanted != wanted_.constEnd(); ++i) {
+        if (wanted.value().isPair(edges[i])) {
+            const Elements pair = {read.station, read.elemType, edges[i], 2};
+            torn.append(pair);
+        }
+    }
+    return torn;
+}
+
+bool CyclicReads::shortestOf(int station, RW_VAR *read) const {
+    int shortest = std::numeric_limits<int>::max();
+    for (int i = 0; i < requests_.size(); ++i) {
+        const RW_VAR &request = requests_.at(i);
+        if (request.station == station && request.count < shortest) {
+            shortest = request.count;
+            *read = request;
+        }
+    }
+    return shortest < std::numeric_limits<int>::max();
 }
 
 RW_VAR CyclicReads::record(const ReadGroup &group, const ElementRange &range) const {

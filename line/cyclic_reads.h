@@ -25,6 +25,10 @@ public:
     void retryRefused(qint64 nowUs);
     qint64 nextRetryUs() const { return walls_.nextRetryUs(); }
     bool isRefused(const Variable &variable) const;
+    /// The 32-bit values that are watched and of which a read brought one half.
+    QList<Elements> tornBy(const Elements &read) const;
+    /// The read of a station that asks for least. @return false: it has none.
+    bool shortestOf(int station, RW_VAR *read) const;
 
     /// What the driver has in its list.
     const QList<RW_VAR> &requests() const { return requests_; }
@@ -37,12 +41,15 @@ private:
     static ReadGroup groupOf(const Elements &elements);
     static WantedRange wantedOf(const Variable &variable);
     bool isPlannedHere(const ReadGroup &group) const;
+    QList<RW_VAR> makeList();
+    bool findBadlyMerged(const QList<RW_VAR> &requests);
     RW_VAR record(const ReadGroup &group, const ElementRange &range) const;
 
     LineSettings settings_;
     DriverPort &port_;
     QVector<Variable> variables_;
     QMap<ReadGroup, WantedElements> wanted_;
+    QMap<ReadGroup, bool> badlyMerged_;  // those that the driver's merge does not fit
     RequestWalls walls_;
     QList<RW_VAR> requests_;
     qint64 plannedUs_;

@@ -1,5 +1,7 @@
 #include "line/driver_port.h"
 
+#include "line/operation_limits.h"
+#include "line/variable.h"
 namespace dravo {
 
 namespace {
@@ -13,7 +15,7 @@ const int kReadAgainId = 13;  // owner of reads that are no operation
 
 }  // namespace
 
-DriverPort::DriverPort(const LineSettings &settings) : comInfo_() {
+DriverPort::DriverPort(const LineSettings &settings) : frameLimit_(settings.frameLimit), comInfo_() {
     comInfo_.maxGroupLength = settings.frameLimit;
     comInfo_.retryTimes = qMax(settings.retries, 0);
     comInfo_.useVarStation = 1;
@@ -94,15 +96,25 @@ bool DriverPort::isReadAgain(const RW_VAR &request) {
     return request.ownerId == kReadAgainId;
 }
 
-void DriverPort::write(int operation, const RW_VAR &variable, const QByteArray &values) {
-    SetRegisterData(variable.label, variable.elemType, variable.addressText, variable.station, values, variable.count,
-                    kOwnerId, operation);
+void DriverPort::start(const HostOperation &operation) {
+    // The driver cuts an operation when it is queued, and cyclic reads when their list is made.
+    comInfo_.maxGroupLength = operationFrameLimit(operation.variable, operation.isWrite, frameLimit_);
+    operation.isWrite ? write(operation) : readOnce(operation);
+    comInfo_.maxGroupLength = frameLimit_;
 }
 
-void DriverPort::readOnce(int operation, const RW_VAR &variable) {
-    RW_VAR record = variable;
+void DriverPort::write(const HostOperation &operation) {
+    const Variable &variable = operation.variable;
+    SetRegisterData(variable.label, variable.elemType, variable.addressText, variable.station, operation.values,
+                    variable.driverCount, kOwnerId, operation.number);
+}
+
+void DriverPort::readOnce(const HostOperation &operation) {
+    RW_VAR record = readRecord(operation.variable);
+    record.remoteMode = comInfo_.remoteMode;
+    record.nodeId = comInfo_.localNode;
     record.ownerId = kOwnerId;
-    record.itemId = operation;
+    record.itemId = operation.number;
     AddListOnceReadVar(&record, kCheckingMode);
 }
 

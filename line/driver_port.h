@@ -7,6 +7,7 @@
 
 #include "korvel_dravo_line.h"
 #include "korvel_dravo_port.h"
+#include "line/operation_queue.h"
 
 namespace dravo {
 
@@ -50,8 +51,7 @@ public:
     static bool isReadAgain(const RW_VAR &request);
 
     /// Queues a write or a one-shot read. Its end is one of finished().
-    void write(int operation, const RW_VAR &variable, const QByteArray &values);
-    void readOnce(int operation, const RW_VAR &variable);
+    void start(const HostOperation &operation);
 
     struct Finished {
         int operation;
@@ -72,8 +72,11 @@ private:
     DriverPort(const DriverPort &);
     DriverPort &operator=(const DriverPort &);
     void dropAll();
+    void write(const HostOperation &operation);
+    void readOnce(const HostOperation &operation);
     static void onVariable(void *port, int ownerId, int itemId, int code);
 
+    const int frameLimit_;
     ComInfo comInfo_;
     QList<Finished> finished_;
 };

@@ -4,6 +4,8 @@
 #include "line/call_loop.h"
 #include "line/cyclic_reads.h"
 #include "line/line_settings.h"
+#include "line/operation_limits.h"
+#include "line/operation_queue.h"
 #include "line/pass_clock.h"
 #include "line/value_states.h"
 #include "line/variable.h"
@@ -13,8 +15,6 @@ namespace dravo {
 namespace {
 
 const int kMostEvents = 4096;        // then those of exchanges that nobody takes go
-const int kMostReads = 1000;         // requests queued; the driver's queue of one-shot reads ends at 1024
-const int kMostWrites = 10000;       // the other one has no end of its own
 const int kMostWrittenCoils = 1968;  // that one Modbus write carries; the driver sends coils in one request
 const int kStalePasses = 3;
 
@@ -37,10 +37,14 @@ struct Line::Parts {
           lastOperation(0) {}
 
     Step next(qint64 hostUs);
+    void startProbes();
+    void startOperation(qint64 nowUs);
+    bool digestNews(qint64 nowUs);
     void digest(const LineEvent &event, qint64 nowUs);
+    void digestRead(const LineEvent &event, qint64 nowUs);
     void checkPass(qint64 nowUs);
     void tell(const LineEvent &event);
-    int queued(const Variable &variable, int most);
+    int ask(const Variable &variable, bool isWrite, const QByteArray &values);
 
     LineSettings settings;
     LineStatistics statistics;
@@ -49,6 +53,7 @@ struct Line::Parts {
     CyclicReads reads;
     ValueStates states;
     PassClock passes;
+    OperationQueue operations;
     bool mayRetry;  // one of the refused reads, in this pass
     int lastOperation;
     QList<LineEvent> events;
@@ -66,21 +71,21 @@ Step Line::Parts::next(qint64 hostUs) {
             reads.retryRefused(nowUs);
             mayRetry = false;
         }
-        const bool mayFetch = loop.queuedRequests() > 0 || passes.isDue(nowUs);
+        startProbes();
+        startOperation(nowUs);
+        const bool mayFetch = loop.isAsked() || passes.isDue(nowUs);
         Step step = loop.next(nowUs, mayFetch);
         const QList<Elements> written = loop.takeWritten();
         for (int i = 0; i < written.size(); ++i) {
-            states.writeStarted(written.at(i));
+            states.becameUnsure(written.at(i));
         }
-        const QList<LineEvent> news = loop.takeEvents();
-        for (int i = 0; i < news.size(); ++i) {
-            digest(news.at(i), nowUs);
-        }
-        if (step.kind == Step::Send || news.isEmpty()) {
+        const bool hadNews = digestNews(nowUs);
+        if (step.kind == Step::Send || !hadNews) {
             if (step.kind == Step::Wait) {
                 if (mayRetry || reads.requests().isEmpty()) {
                     step.untilUs = qMin(step.untilUs, reads.nextRetryUs());
                 }
+                step.untilUs = qMin(step.untilUs, loop.stations().nextDueUs());
                 step.untilUs = mayFetch ? step.untilUs : qMin(step.untilUs, passes.dueUs());
             }
             return step;
@@ -88,16 +93,63 @@ Step Line::Parts::next(qint64 hostUs) {
     }
 }
 
+void Line::Parts::startProbes() {
+    const QList<int> due = loop.takeDueProbes();
+    for (int i = 0; i < due.size(); ++i) {
+        RW_VAR shortest = RW_VAR();
+        if (reads.shortestOf(due.at(i), &shortest)) {
+            loop.probe(shortest);
+        }
+    }
+}
+
+// An operation of a station that is down is its probe. One in each pass, or the living would wait for all of them.
+void Line::Parts::startOperation(qint64 nowUs) {
+    HostOperation operation = HostOperation();
+    if (!passes.hasWork(loop.stations(), nowUs)) {
+        operations.allowAnotherProbe();
+    }
+    if (loop.mayStartOperation() && operations.take(loop.stations(), &operation)) {
+        loop.operationStarts(operation.number, operation.variable.station);
+        port.start(operation);
+        if (operation.isWrite) {
+            states.becameUnsure(operation.variable.elements);  // after a failed request the cache shows it now
+        }
+    }
+}
+
+bool Line::Parts::digestNews(qint64 nowUs) {
+    const QList<LineEvent> news = loop.takeEvents();
+    for (int i = 0; i < news.size(); ++i) {
+        digest(news.at(i), nowUs);
+    }
+    return !news.isEmpty();
+}
+
 void Line::Parts::digest(const LineEvent &event, qint64 nowUs) {
     tell(event);
     if (event.kind == LineEvent::StationDown) {
         checkPass(nowUs);
     }
-    if (event.kind != LineEvent::Exchange || !event.over || (!event.cyclic && !event.again)) {
+    if (event.kind == LineEvent::Exchange && event.over && !event.write) {
+        digestRead(event, nowUs);
+    }
+}
+
+void Line::Parts::digestRead(const LineEvent &event, qint64 nowUs) {
+    const Elements elements = {event.station, event.elemType, event.address, event.count};
+    const bool good = event.failure == LineEvent::None;
+    const bool isOwn = event.cyclic || event.again;  // else the host's
+    if (isOwn) {
+        states.readFinished(elements, good, event.code, event.exceptionCode, nowUs);
+    }
+    const QList<Elements> torn = good ? reads.tornBy(elements) : QList<Elements>();
+    for (int i = 0; i < torn.size(); ++i) {
+        states.becameUnsure(torn.at(i));
+    }
+    if (!isOwn) {
         return;
     }
-    const Elements elements = {event.station, event.elemType, event.address, event.count};
-    states.readFinished(elements, event.failure == LineEvent::None, event.code, event.exceptionCode, nowUs);
     LineEvent changed;
     changed.text = reads.finished(event, nowUs);
     if (!changed.text.isEmpty()) {
@@ -120,6 +172,7 @@ void Line::Parts::checkPass(qint64 nowUs) {
     done.passUs = passes.lastedUs(nowUs);
     tell(done);
     mayRetry = true;
+    operations.allowAnotherProbe();
     passes.begin(reads.requests(), qMax(nowUs, passes.dueUs()));
 }
 
@@ -133,16 +186,15 @@ void Line::Parts::tell(const LineEvent &event) {
     }
 }
 
-// The number of a new operation that the driver cuts into requests; 0: too many are queued.
-int Line::Parts::queued(const Variable &variable, int most) {
-    const ReadLimits limits = readLimits(variable.elements.elemType, settings.frameLimit);
-    const bool bitInWord = variable.kind == BitValue && variable.elements.elemType != variable.elemType;
-    const int values = bitInWord ? variable.count : variable.elements.count / limits.elementsPerRead + 2;
-    if (loop.queuedRequests() + values > most) {
+// The number of a new operation that the driver will cut into requests; 0: too many are queued.
+int Line::Parts::ask(const Variable &variable, bool isWrite, const QByteArray &values) {
+    const int requests = operationRequests(variable, isWrite, settings.frameLimit);
+    if (!operations.hasRoom(isWrite, requests)) {
         return 0;
     }
     lastOperation = lastOperation == std::numeric_limits<int>::max() ? 1 : lastOperation + 1;
-    loop.operationQueued(lastOperation, variable.station, values);
+    const HostOperation operation = {lastOperation, isWrite, variable, values, requests};
+    operations.add(operation);
     return lastOperation;
 }
 
@@ -166,6 +218,11 @@ void Line::sent(qint64 nowUs) {
 
 void Line::restart(qint64 nowUs) {
     parts_->loop.restart(nowUs);
+    const QList<HostOperation> lost = parts_->operations.takeAll();
+    for (int i = 0; i < lost.size(); ++i) {
+        parts_->loop.tellLost(lost.at(i).number, lost.at(i).variable.station);
+    }
+    parts_->digestNews(parts_->loop.nowUs());
 }
 
 int Line::watch(const QVector<Variable> &variables, qint64 nowUs) {
@@ -177,15 +234,7 @@ int Line::watch(const QVector<Variable> &variables, qint64 nowUs) {
 }
 
 int Line::readOnce(const Variable &variable) {
-    const int operation = isStation(variable.station) ? parts_->queued(variable, kMostReads) : 0;
-    if (operation != 0) {
-        RW_VAR record = readRecord(variable);
-        const RW_VAR own = parts_->port.ownRecord();
-        record.remoteMode = own.remoteMode;
-        record.nodeId = own.nodeId;
-        parts_->port.readOnce(operation, record);
-    }
-    return operation;
+    return isStation(variable.station) ? parts_->ask(variable, false, QByteArray()) : 0;
 }
 
 int Line::write(const Variable &variable, const QByteArray &values) {
@@ -194,12 +243,7 @@ int Line::write(const Variable &variable, const QByteArray &values) {
     // A bit inside a word is read first, and nobody answers a broadcast.
     const bool hasForm = isStation(variable.station) || (variable.station == 0 && (coils || !bits));
     const bool refused = !hasForm || (coils && variable.count > kMostWrittenCoils);
-    const int operation = refused ? 0 : parts_->queued(variable, kMostWrites);
-    if (operation != 0) {
-        parts_->port.write(operation, readRecord(variable), values);
-        parts_->states.writeStarted(variable.elements);  // after a failed request the cache shows it already
-    }
-    return operation;
+    return refused ? 0 : parts_->ask(variable, true, values);
 }
 
 bool Line::takeEvent(LineEvent *event) {

@@ -31,7 +31,7 @@ LineSettings inRange(const LineSettings &given) {
     const qint64 longest = Q_INT64_C(86400000000);  // a day
     LineSettings settings = given;
     settings.baud = qBound(50, given.baud, 100000000);
-    settings.bitsPerCharacter = qBound(7, given.bitsPerCharacter, 16);
+    settings.bitsPerCharacter = qBound(10, given.bitsPerCharacter, 12);
     settings.timeoutUs = qBound<qint64>(1, given.timeoutUs, longest);
     const qint64 lifetimeUs = given.lifetimeUs <= 0 ? 3 * settings.timeoutUs : given.lifetimeUs;
     // At a low baud rate the longest answer alone takes longer than some lifetimes.
@@ -40,6 +40,7 @@ LineSettings inRange(const LineSettings &given) {
     settings.lifetimeUs = qBound(shortestUs, lifetimeUs, qMax(shortestUs, 3 * longest));
     settings.startSilenceUs = given.startSilenceUs < 0 ? settings.lifetimeUs : qMin(given.startSilenceUs, 3 * longest);
     settings.frameLimit = qBound(1, given.frameLimit, 125);  // registers in a Modbus read
+    settings.remoteNode = qBound(-1, given.remoteNode, 255);
     settings.retries = qBound(0, given.retries, 1000000);
     settings.replyDelayUs = qBound<qint64>(0, given.replyDelayUs, longest);
     settings.passPeriodUs = qBound<qint64>(0, given.passPeriodUs, longest);

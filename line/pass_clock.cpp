@@ -35,16 +35,13 @@ void PassClock::finished(const Elements &elements) {
     }
 }
 
-bool PassClock::isOver(const StationBackoff &stations) const {
-    if (finished_ == 0) {
-        return false;
-    }
+bool PassClock::isLeft(const StationBackoff &stations) const {
     for (QMap<int, int>::const_iterator it = leftOf_.constBegin(); it != leftOf_.constEnd(); ++it) {
         if (!stations.isDown(it.key())) {
-            return false;
+            return true;
         }
     }
-    return true;
+    return false;
 }
 
 }  // namespace dravo

@@ -24,12 +24,15 @@ public:
     /// A request for the elements is over, well or badly.
     void finished(const Elements &elements);
     /// Whether something was read, and only requests of stations that are down are left.
-    bool isOver(const StationBackoff &stations) const;
+    bool isOver(const StationBackoff &stations) const { return finished_ > 0 && !isLeft(stations); }
+    /// Whether a request of a station that is up is to be made now.
+    bool hasWork(const StationBackoff &stations, qint64 nowUs) const { return isDue(nowUs) && isLeft(stations); }
     qint64 lastedUs(qint64 nowUs) const { return nowUs - beginUs_; }
 
 private:
     typedef QPair<qint64, qint64> Key;  // station and type, address and count
     static Key keyOf(const Elements &elements);
+    bool isLeft(const StationBackoff &stations) const;
 
     qint64 periodUs_;
     qint64 beginUs_;

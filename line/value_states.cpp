@@ -112,7 +112,7 @@ void ValueStates::readFinished(const Elements &elements, bool good, int code, in
     segments->insert(elements.address, read);
 }
 
-void ValueStates::writeStarted(const Elements &elements) {
+void ValueStates::becameUnsure(const Elements &elements) {
     // Where nothing was ever read, nothing can become stale.
     const QList<Group> groups = groups_.keys();
     for (int i = 0; i < groups.size() && elements.count > 0; ++i) {

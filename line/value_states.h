@@ -13,9 +13,9 @@ class ValueStates {
 public:
     /// A read of the elements is over at nowUs. good: their values are in the cache.
     void readFinished(const Elements &elements, bool good, int code, int exceptionCode, qint64 nowUs);
-    /// A write may show in the cache from now on, and nobody knows whether the controller has it: stale until read
-    /// again. Station 0 is every station.
-    void writeStarted(const Elements &elements);
+    /// What the cache shows of the elements may be something that the controller does not hold, such as a write that
+    /// has begun: stale until read again. Station 0 is every station.
+    void becameUnsure(const Elements &elements);
     /// Forgets the elements that no variable covers, so that memory is bounded by what is watched.
     void keepOnly(const QVector<Variable> &variables);
 

@@ -281,13 +281,18 @@ void Soak::look() {
 void Soak::lookAtShown() {
     const dravo::Variable &one = watched_.at(below(watched_.size()));
     const dravo::ValueState state = line_.stateOf(one, nowUs_);
-    if (one.elemType != 7 || state.condition != dravo::Fresh) {
+    if (one.elements.elemType != 7 || state.condition != dravo::Fresh) {
         return;
     }
     const QByteArray values = dravo::Line::values(one);
     const Us since = nowUs_ - state.ageUs - 5 * times_.lifetimeUs - 300000;
-    for (int i = 0; i < one.count; ++i) {
-        const int value = byteOf(values, 2 * i) | byteOf(values, 2 * i + 1) << 8;
+    for (int i = 0; i < one.elements.count; ++i) {
+        const int place = one.elemType == 12 ? i ^ 1 : i;  // the high word comes first on the line
+        const int value = byteOf(values, 2 * place) | byteOf(values, 2 * place + 1) << 8;
+        const bool isSecondHalf = one.elemType == 12 && i % 2 != 0 && one.elementAddress + i < kMoving;
+        if (isSecondHalf && ((value ^ byteOf(values, 2 * i)) & 63) != 0) {  // both count on together
+            fail("a 32-bit value is shown whose halves were not read together");
+        }
         if (!wire_.holdingRegister(one.station, one.elementAddress + i).heldBetween(quint16(value), since, nowUs_)) {
             fail("station " + std::to_string(one.station) + " is shown with " + std::to_string(value) + " at " +
                  std::to_string(one.elementAddress + i));
