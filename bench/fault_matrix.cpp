@@ -13,7 +13,8 @@ constexpr Us kSecond = 1000000;
 struct Fault {
     const char *name;
     std::function<void(WireFaults &)> strike;
-    double seconds;  // that it lasts; 0: for one exchange
+    double seconds;         // that it lasts; 0: for one exchange
+    bool reopened = false;  // the port, at its end
 };
 
 const Fault kFaults[] = {
@@ -29,6 +30,20 @@ const Fault kFaults[] = {
     {"half of the replies are late, for ten seconds", [](WireFaults &f) { f.late = 0.5; }, 10},
     {"every tenth frame is lost, for ten seconds", [](WireFaults &f) { f.lost = 0.1; }, 10},
     {"the station is switched off for ten seconds", [](WireFaults &f) { f.lost = 1; }, 10},
+    {"the device is gone for ten seconds, and opened again", [](WireFaults &f) { f.lost = 1; }, 10, true},
+    {"every address is refused for ten seconds", [](WireFaults &f) { f.refusedFrom = 0; }, 10},
+};
+
+const Fault kWriteFaults[] = {
+    {"none", [](WireFaults &) {}, 0},
+    {"half of the replies are late", [](WireFaults &f) { f.late = 0.5; }, 0},
+    {"every tenth frame is lost", [](WireFaults &f) { f.lost = 0.1; }, 0},
+    {"every tenth reply is cut", [](WireFaults &f) { f.cut = 0.1; }, 0},
+    {"the adapter echoes", [](WireFaults &f) { f.echo = true; }, 0},
+    {"stray bytes around every reply", [](WireFaults &f) { f.stray = 1; }, 0},
+    {"the controller refuses the address", [](WireFaults &f) { f.refusedFrom = 40, f.refusedTo = 41; }, 0},
+    {"the controller is often busy (exceptions 4, 5, 6)", [](WireFaults &f) { f.exception = 0.5; }, 0},
+    {"the device is opened again every ten seconds", [](WireFaults &) {}, 0, true},
 };
 
 /// One run: a healthy line, the fault, and the way back.
@@ -55,6 +70,9 @@ public:
         }
         if (fault_.seconds < 1e6) {
             desk_.wire.setFaults(WireFaults());
+        }
+        if (fault_.reopened) {
+            desk_.line.restart(desk_.now);
         }
         const Us overUs = fault_.seconds < 1e6 ? desk_.now : struckUs;
         watchUntil(desk_.now + 60 * kSecond);
@@ -104,6 +122,56 @@ private:
     int sentAtLastBad_ = 0;
 };
 
+/// A write a second for a hundred seconds, beside the cyclic reads of another station.
+class Writes {
+public:
+    Writes(const Fault &fault, int station)
+        : fault_(fault), station_(station), desk_(at9600(), faults(), wireAt9600()) {}
+
+    void print(const char *name) {
+        const QVector<dravo::Variable> others = {variable(2, 7, "0", 4), variable(2, 7, "100", 4)};
+        desk_.line.watch(others, 0);
+        std::map<int, Us> asked;
+        Us longestUs = 0;
+        int done = 0;
+        std::map<LineEvent::Failure, int> failed;
+        const auto look = [&](const LineEvent &event) {
+            if (event.kind == LineEvent::Operation) {
+                longestUs = std::max(longestUs, desk_.now - asked[event.operation]);
+                ++(event.done ? done : failed[event.failure]);
+            }
+            return false;
+        };
+        for (int second = 0; second < kWrites; ++second) {
+            asked[desk_.line.write(variable(station_, 7, "40"), QByteArray(2, char(second)))] = desk_.now;
+            desk_.run((second + 1) * kSecond, look);
+            if (fault_.reopened && second % 10 == 9) {
+                desk_.line.restart(desk_.now);
+            }
+        }
+        const double reads = double(desk_.line.statistics().forStation(2).counts.answered) / kWrites;
+        desk_.run(desk_.now + 100 * kSecond, look);
+        std::string outcomes = std::to_string(done) + " done";
+        for (const auto &[failure, count] : failed) {
+            const char *const names[] = {"", "no answer", "damaged", "refused", "not sure"};
+            outcomes += ", " + std::to_string(count) + " failed: " + names[failure];
+        }
+        std::printf("| %s | %s | %.1f s | %.1f |\n", name, outcomes.c_str(), double(longestUs) / 1e6, reads);
+    }
+
+private:
+    static constexpr int kWrites = 100;
+    WireFaults faults() const {
+        WireFaults faults;
+        fault_.strike(faults);
+        return faults;
+    }
+
+    const Fault &fault_;
+    const int station_;
+    Desk desk_;
+};
+
 }  // namespace
 
 int main() {
@@ -118,4 +186,14 @@ int main() {
     for (const Fault &fault : kFaults) {
         Run(fault).print();
     }
+    std::printf(
+        "\nA write of one register a second for a hundred seconds, beside two cyclic reads of station 2; the fault "
+        "lasts "
+        "all\nthe time. \"Not sure\": the answer looks like an echo, and nobody knows whether the adapter echoes.\n\n"
+        "| fault | outcomes | longest wait for one | reads of station 2 a second |\n"
+        "|---|---|---|---|\n");
+    for (const Fault &fault : kWriteFaults) {
+        Writes(fault, 1).print(fault.name);
+    }
+    Writes(kWriteFaults[0], 9).print("nobody has the station's number");
 }

@@ -37,6 +37,6 @@ int main() {
     const Case cases[] = {
         {"none", 0, 0}, {"1 %", 0.01, 0}, {"5 %", 0.05, 0}, {"30 %", 0.3, 0}, {"5 %, and 2 % lost", 0.05, 0.02}};
     for (const Case &what : cases) {
-        std::printf("late %-18s %5.1f reads per second\n", what.name, readsPerSecond(what, 3000));
+        std::printf("late %-18s %6.2f reads per second\n", what.name, readsPerSecond(what, 6000));
     }
 }

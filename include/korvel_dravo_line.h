@@ -243,9 +243,11 @@ public:
     /// Queue an operation of a usable variable. Its end is a LineEvent. Writes go before reads, and both before cyclic
     /// reads, of which one goes after five in a row.
     /// For a broadcast set the station of a usable variable to 0, but not of bits inside words; it is done when the
-    /// turnaround is over. While stations are down, their operations get one try each, and one of them is tried in
-    /// each pass of the others.
-    /// A host that only writes single registers or coils sets echo, see knowsEcho.
+    /// turnaround is over.
+    /// While a station is down, an operation is its probe and gets one try, one in a pass of the others and in a reply
+    /// lifetime. What was asked of the station meanwhile fails with it.
+    /// While nobody knows whether the adapter echoes, writes wait for cyclic reads to show it, two lifetimes at most. A
+    /// host that has none sets echo, see knowsEcho.
     /// @param values  as GetRegisterData gives them: 1 byte per bit, 2 per register, 4 per 32-bit value.
     /// @return its number, above 0; 0: refused, too many are queued or values are more than a request holds.
     int readOnce(const Variable &variable);

@@ -367,7 +367,7 @@ void CallLoop::finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure 
     exchange.replyUs = current_.answered ? qMax<qint64>(0, current_.answer.arrivedUs - current_.endOfSendingUs) : -1;
     events_.append(exchange);
     count(exchange);
-    if (verdict.over && !verdict.good && !current_.heard) {
+    if (verdict.over && !verdict.good && !current_.heard && failure != LineEvent::NotSure) {
         missed(current_.var.station);
     }
     tellOperations(exchange);

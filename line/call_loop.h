@@ -26,6 +26,8 @@ public:
     Step next(qint64 nowUs, bool mayFetch);
     /// The latest time that the host has given.
     qint64 nowUs() const { return nowUs_; }
+    /// Nothing is sent before, be it for the silence at the start.
+    qint64 lineFreeUs() const { return lineFreeUs_; }
     /// The bytes of the last Step::Send have been handed to the port.
     void sent(qint64 nowUs);
     /// The port was closed and opened again: what was on the line is lost or may still come; operations fail.
@@ -38,6 +40,8 @@ public:
     void operationStarts(int operation, int station);
     /// An operation that the driver never got has failed.
     void tellLost(int operation, int station);
+    /// The latest time until which an answer of the station is expected; nowUs: none is.
+    qint64 expectedUntil(int station) const { return outstanding_.expectedUntil(station, nowUs_); }
 
     /// The stations that are down and due to be asked, each once.
     QList<int> takeDueProbes() { return stations_.takeDue(nowUs_); }

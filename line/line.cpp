@@ -34,11 +34,17 @@ struct Line::Parts {
           reads(settings, port),
           passes(settings.passPeriodUs),
           mayRetry(true),
+          mayProbe(true),
+          writesHeldSinceUs(-1),
           lastOperation(0) {}
 
     Step next(qint64 hostUs);
     void startProbes();
     void startOperation(qint64 nowUs);
+    bool mayWrite(qint64 nowUs);
+    QList<int> resting(qint64 nowUs) const;
+    qint64 nextOperationUs() const;
+    void loseOperations(int station);
     bool digestNews(qint64 nowUs);
     void digest(const LineEvent &event, qint64 nowUs);
     void digestRead(const LineEvent &event, qint64 nowUs);
@@ -54,7 +60,9 @@ struct Line::Parts {
     ValueStates states;
     PassClock passes;
     OperationQueue operations;
-    bool mayRetry;  // one of the refused reads, in this pass
+    bool mayRetry;             // one of the refused reads, in this pass
+    bool mayProbe;             // a station that is down by an operation, in this pass
+    qint64 writesHeldSinceUs;  // until it is known whether the adapter echoes; below 0: not
     int lastOperation;
     QList<LineEvent> events;
 };
@@ -85,7 +93,7 @@ Step Line::Parts::next(qint64 hostUs) {
                 if (mayRetry || reads.requests().isEmpty()) {
                     step.untilUs = qMin(step.untilUs, reads.nextRetryUs());
                 }
-                step.untilUs = qMin(step.untilUs, loop.stations().nextDueUs());
+                step.untilUs = qMin(step.untilUs, qMin(loop.stations().nextDueUs(), nextOperationUs()));
                 step.untilUs = mayFetch ? step.untilUs : qMin(step.untilUs, passes.dueUs());
             }
             return step;
@@ -103,18 +111,55 @@ void Line::Parts::startProbes() {
     }
 }
 
-// An operation of a station that is down is its probe. One in each pass, or the living would wait for all of them.
 void Line::Parts::startOperation(qint64 nowUs) {
     HostOperation operation = HostOperation();
-    if (!passes.hasWork(loop.stations(), nowUs)) {
-        operations.allowAnotherProbe();
-    }
-    if (loop.mayStartOperation() && operations.take(loop.stations(), &operation)) {
+    mayProbe = mayProbe || !passes.hasWork(loop.stations(), nowUs);
+    if (loop.mayStartOperation() && operations.take(mayWrite(nowUs), resting(nowUs), &operation)) {
+        mayProbe = mayProbe && !loop.stations().isDown(operation.variable.station);
         loop.operationStarts(operation.number, operation.variable.station);
         port.start(operation);
         if (operation.isWrite) {
             states.becameUnsure(operation.variable.elements);  // after a failed request the cache shows it now
         }
+    }
+}
+
+// Reads show whether the adapter echoes; before that the answers to some writes cannot be told from echoes.
+bool Line::Parts::mayWrite(qint64 nowUs) {
+    if (loop.knowsEcho() || !operations.hasWrites() || !passes.hasWork(loop.stations(), nowUs)) {
+        writesHeldSinceUs = -1;
+        return true;
+    }
+    writesHeldSinceUs = writesHeldSinceUs < 0 ? qMax(nowUs, loop.lineFreeUs()) : writesHeldSinceUs;
+    return nowUs - writesHeldSinceUs > 2 * settings.lifetimeUs;  // of which one may go by with what is outstanding
+}
+
+// Stations that are down and not to be asked by an operation now: each costs the living a whole timeout.
+QList<int> Line::Parts::resting(qint64 nowUs) const {
+    QList<int> stations = loop.stations().down();
+    for (int i = stations.size() - 1; mayProbe && i >= 0; --i) {
+        if (loop.expectedUntil(stations.at(i)) <= nowUs) {
+            stations.removeAt(i);
+        }
+    }
+    return stations;
+}
+
+// When an operation of a station that is down may be its probe.
+qint64 Line::Parts::nextOperationUs() const {
+    qint64 us = std::numeric_limits<qint64>::max();
+    const QList<int> down = loop.stations().down();
+    for (int i = 0; mayProbe && loop.mayStartOperation() && i < down.size(); ++i) {
+        us = operations.hasAnyOf(down.at(i)) ? qMin(us, loop.expectedUntil(down.at(i))) : us;
+    }
+    return us;
+}
+
+// What was asked of a station and not begun has failed: nobody wants it on a machine later.
+void Line::Parts::loseOperations(int station) {
+    const QList<HostOperation> lost = operations.takeAll(station);
+    for (int i = 0; i < lost.size(); ++i) {
+        loop.tellLost(lost.at(i).number, lost.at(i).variable.station);
     }
 }
 
@@ -130,6 +175,12 @@ void Line::Parts::digest(const LineEvent &event, qint64 nowUs) {
     tell(event);
     if (event.kind == LineEvent::StationDown) {
         checkPass(nowUs);
+    }
+    if (event.failure == LineEvent::NotSure) {
+        writesHeldSinceUs = -1;  // one more chance for the reads
+    }
+    if (event.kind == LineEvent::Operation && !event.done && loop.stations().isDown(event.station)) {
+        loseOperations(event.station);
     }
     if (event.kind == LineEvent::Exchange && event.over && !event.write) {
         digestRead(event, nowUs);
@@ -172,7 +223,7 @@ void Line::Parts::checkPass(qint64 nowUs) {
     done.passUs = passes.lastedUs(nowUs);
     tell(done);
     mayRetry = true;
-    operations.allowAnotherProbe();
+    mayProbe = true;
     passes.begin(reads.requests(), qMax(nowUs, passes.dueUs()));
 }
 
@@ -218,10 +269,8 @@ void Line::sent(qint64 nowUs) {
 
 void Line::restart(qint64 nowUs) {
     parts_->loop.restart(nowUs);
-    const QList<HostOperation> lost = parts_->operations.takeAll();
-    for (int i = 0; i < lost.size(); ++i) {
-        parts_->loop.tellLost(lost.at(i).number, lost.at(i).variable.station);
-    }
+    parts_->loseOperations(-1);
+    parts_->writesHeldSinceUs = -1;
     parts_->digestNews(parts_->loop.nowUs());
 }
 

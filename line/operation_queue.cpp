@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "line/station_backoff.h"
-
 namespace dravo {
 
 namespace {
@@ -17,7 +15,7 @@ bool wasAskedBefore(const HostOperation &a, const HostOperation &b) {
 
 }  // namespace
 
-OperationQueue::OperationQueue() : writeRequests_(0), readRequests_(0), mayProbe_(true) {}
+OperationQueue::OperationQueue() : writeRequests_(0), readRequests_(0) {}
 
 bool OperationQueue::hasRoom(bool isWrite, int requests) const {
     return isWrite ? writeRequests_ + requests <= kMostWriteRequests : readRequests_ + requests <= kMostReadRequests;
@@ -28,29 +26,45 @@ void OperationQueue::add(const HostOperation &operation) {
     (operation.isWrite ? writeRequests_ : readRequests_) += operation.requests;
 }
 
-bool OperationQueue::take(const StationBackoff &stations, HostOperation *operation) {
-    return takeFrom(&writes_, stations, operation) || takeFrom(&reads_, stations, operation);
+HostOperation OperationQueue::takeAt(QList<HostOperation> *queue, int index) {
+    const HostOperation operation = queue->takeAt(index);
+    (operation.isWrite ? writeRequests_ : readRequests_) -= operation.requests;
+    return operation;
 }
 
-bool OperationQueue::takeFrom(QList<HostOperation> *queue, const StationBackoff &stations, HostOperation *operation) {
-    for (int i = 0; i < queue->size(); ++i) {
-        const bool isProbe = stations.isDown(queue->at(i).variable.station);
-        if (isProbe && !mayProbe_) {
-            continue;
+bool OperationQueue::hasAnyOf(int station) const {
+    const auto isOfStation = [station](const HostOperation &one) { return one.variable.station == station; };
+    return std::any_of(writes_.constBegin(), writes_.constEnd(), isOfStation) ||
+           std::any_of(reads_.constBegin(), reads_.constEnd(), isOfStation);
+}
+
+bool OperationQueue::take(bool mayWrite, const QList<int> &resting, HostOperation *operation) {
+    QList<HostOperation> *const queues[] = {&writes_, &reads_};
+    for (int q = mayWrite ? 0 : 1; q < 2; ++q) {
+        for (int i = 0; i < queues[q]->size(); ++i) {
+            if (!resting.contains(queues[q]->at(i).variable.station)) {
+                *operation = takeAt(queues[q], i);
+                return true;
+            }
         }
-        mayProbe_ = mayProbe_ && !isProbe;
-        *operation = queue->takeAt(i);
-        (operation->isWrite ? writeRequests_ : readRequests_) -= operation->requests;
-        return true;
     }
     return false;
 }
 
-QList<HostOperation> OperationQueue::takeAll() {
-    QList<HostOperation> all = writes_ + reads_;
-    std::sort(all.begin(), all.end(), wasAskedBefore);
-    *this = OperationQueue();
-    return all;
+QList<HostOperation> OperationQueue::takeAll(int station) {
+    QList<HostOperation> taken;
+    QList<HostOperation> *const queues[] = {&writes_, &reads_};
+    for (QList<HostOperation> *const queue : queues) {
+        for (int i = 0; i < queue->size();) {
+            if (station < 0 || queue->at(i).variable.station == station) {
+                taken.append(takeAt(queue, i));
+            } else {
+                ++i;
+            }
+        }
+    }
+    std::sort(taken.begin(), taken.end(), wasAskedBefore);
+    return taken;
 }
 
 }  // namespace dravo

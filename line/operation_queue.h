@@ -10,8 +10,6 @@
 
 namespace dravo {
 
-class StationBackoff;
-
 struct HostOperation {
     int number;
     bool isWrite;
@@ -28,23 +26,23 @@ public:
     bool hasRoom(bool isWrite, int requests) const;
     void add(const HostOperation &operation);
 
-    /// The next one for the driver: writes before reads, each in the order of asking. Operations of stations that are
-    /// down are passed over after one, until allowAnotherProbe(): each costs the others a whole timeout.
-    /// @return false: none.
-    bool take(const StationBackoff &stations, HostOperation *operation);
-    void allowAnotherProbe() { mayProbe_ = true; }
+    bool hasWrites() const { return !writes_.isEmpty(); }
+    bool hasAnyOf(int station) const;
 
-    /// All of them, in the order of asking.
-    QList<HostOperation> takeAll();
+    /// The next one for the driver: writes before reads, each in the order of asking.
+    /// @param resting  stations whose operations stay where they are.
+    /// @return false: none.
+    bool take(bool mayWrite, const QList<int> &resting, HostOperation *operation);
+    /// All those of a station, of every station where it is below 0, in the order of asking.
+    QList<HostOperation> takeAll(int station);
 
 private:
-    bool takeFrom(QList<HostOperation> *queue, const StationBackoff &stations, HostOperation *operation);
+    HostOperation takeAt(QList<HostOperation> *queue, int index);
 
     QList<HostOperation> writes_;
     QList<HostOperation> reads_;
     int writeRequests_;
     int readRequests_;
-    bool mayProbe_;
 };
 
 }  // namespace dravo
