@@ -13,7 +13,7 @@ constexpr int kBitWord = 40;    // its bits are written one by one, and the whol
 constexpr int kSelfLikeCoils = 0x0310;
 constexpr int kMostPending = 20;
 constexpr int kStormEvery = 3;
-constexpr double kStormLoss = 0.3;
+constexpr double kStormLoss = 0.2;
 
 int byteOf(const QByteArray &bytes, int index) {
     return uchar(bytes.at(index));
@@ -31,7 +31,7 @@ double drawn(std::mt19937 &random, double most) {
 WireTimes drawnTimes(std::mt19937 &random) {
     WireTimes times;
     times.timeoutUs = 40000 + Us(random() % 160000);
-    times.lifetimeUs = times.timeoutUs * Us(3 + random() % 8) / 2 + 40000;  // the longest answer takes 38 ms
+    times.lifetimeUs = times.timeoutUs * Us(6 + random() % 5) / 2 + 40000;  // the longest answer takes 38 ms
     return times;
 }
 
@@ -39,9 +39,10 @@ WireTimes drawnTimes(std::mt19937 &random) {
 
 WireFaults Soak::drawnFaults(std::mt19937 &random) {
     WireFaults faults;
-    if (random() % kStormEvery == 0) {  // answers come late or never, and nothing else is wrong
-        faults.late = 0.5;
+    if (random() % kStormEvery != 0) {  // answers come late or never, and nothing else is wrong
+        faults.late = 0.7;
         faults.lost = kStormLoss;
+        faults.overtaking = true;
         return faults;
     }
     faults.late = std::uniform_real_distribution<double>(0, 0.6)(random);
@@ -51,6 +52,7 @@ WireFaults Soak::drawnFaults(std::mt19937 &random) {
     faults.stray = drawn(random, 0.1);
     faults.foreign = drawn(random, 0.1);
     faults.exception = drawn(random, 0.1);
+    faults.doubled = random() % 8 == 0 ? 0.3 : 0;
     faults.overtaking = random() % 2 == 0;
     faults.echo = random() % 3 == 0;
     faults.deadStation = random() % 3 == 0 ? 3 : 0;
@@ -58,22 +60,23 @@ WireFaults Soak::drawnFaults(std::mt19937 &random) {
     return faults;
 }
 
-dravo::LineSettings Soak::drawnSettings(std::mt19937 &random, const WireTimes &times, bool echo, bool isStorm) {
+dravo::LineSettings Soak::drawnSettings(std::mt19937 &random, const WireTimes &times, const WireFaults &faults) {
     dravo::LineSettings settings;
     settings.baud = times.baud;
     settings.timeoutUs = times.timeoutUs;
     settings.lifetimeUs = times.lifetimeUs;
     settings.turnaroundUs = times.turnaroundUs;
     settings.retries = int(random() % 5);
-    settings.echo = random() % 3 != 0 ? dravo::EchoAuto : echo ? dravo::EchoOn : dravo::EchoOff;
+    settings.echo = random() % 3 != 0 ? dravo::EchoAuto : faults.echo ? dravo::EchoOn : dravo::EchoOff;
     settings.downAfter = int(random() % 5);
-    settings.frameLimit = 2 + int(random() % 30);
+    settings.frameLimit = 2 + int(random() % (random() % 2 == 0 ? 6 : 30));
     settings.merge = random() % 2 == 0 ? dravo::MergeByTime : dravo::MergeByDriver;
     settings.passPeriodUs = random() % 4 == 0 ? 1000000 : 0;
     settings.refusedRetryUs = 5000000;
-    if (isStorm) {  // many requests whose answers look alike
+    settings.answersMayDouble = faults.doubled > 0;
+    if (faults.lost == kStormLoss) {  // many requests whose answers look alike
         settings.frameLimit = 2;
-        settings.retries = 3;
+        settings.retries = random() % 3 == 0 ? 0 : 1;
         settings.downAfter = 0;
     }
     return settings;
@@ -85,10 +88,10 @@ Soak::Soak(unsigned seed)
       times_(drawnTimes(random_)),
       faults_(drawnFaults(random_)),
       wire_(faults_, times_, kStations, unsigned(random_())),
-      settings_(drawnSettings(random_, times_, faults_.echo, faults_.lost == kStormLoss)),
+      settings_(drawnSettings(random_, times_, faults_)),
       line_(settings_, 0),
       byteByByte_(random_() % 3 == 0),
-      asksOften_(random_() % 2 == 0) {
+      asksOften_(random_() % 2 == 0 && faults_.lost != kStormLoss) {
     wire_.alarm = [this](const std::string &what) { fail(what); };
     wire_.written = [this](int writer, quint16 before, quint16 after) {
         if (bitWrites_.count(writer) != 0 && qPopulationCount(quint16(before ^ after)) > 1) {

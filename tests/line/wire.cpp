@@ -27,6 +27,11 @@ int countOf(const QByteArray &request) {
     return function == 5 || function == 6 ? 1 : wordOf(request, 4);
 }
 
+int replyLength(const QByteArray &request) {
+    const int function = byteOf(request, 1);
+    return isWrite(function) ? 8 : function == 1 ? 5 + (countOf(request) + 7) / 8 : 5 + 2 * countOf(request);
+}
+
 }  // namespace
 
 quint16 Cell::at(Us us) const {
@@ -107,7 +112,8 @@ void Wire::schedule(int station, const QByteArray &frame, Us endUs, int writer) 
         return;
     }
     if (chance(faults_.late)) {
-        replyUs = endUs + between(times_.timeoutUs, times_.lifetimeUs - charactersUs(30));
+        const Us latestUs = times_.lifetimeUs - charactersUs(replyLength(frame));
+        replyUs = endUs + between(chance(0.3) ? latestUs - 5000 : times_.timeoutUs, latestUs);
     }
     Us us = replyUs - between(0, replyUs - endUs);
     if (!faults_.overtaking) {
@@ -143,6 +149,10 @@ void Wire::carryOut(const Request &request) {
     }
     const QByteArray bytes = distorted(reply);
     at(request.replyUs, [=] { putOnLine(bytes, request.replyUs, request.lastUs); });
+    if (chance(faults_.doubled)) {
+        const Us us = between(request.replyUs, request.lastUs);
+        at(us, [=] { putOnLine(bytes, us, request.lastUs); });
+    }
 }
 
 QByteArray Wire::replyTo(const Request &request) {

@@ -24,6 +24,7 @@ struct WireFaults {
     double stray = 0;      // bytes that belong to nothing, around and inside replies
     double foreign = 0;    // whole frames of other stations and functions
     double exception = 0;  // a request is refused for no lasting reason
+    double doubled = 0;    // a reply comes twice
     bool overtaking = false;
     bool echo = false;
     int deadStation = 0;        // from time to time
