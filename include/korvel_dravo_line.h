@@ -27,7 +27,8 @@
 // - Of writes: "done" means that at least one sending of it was carried out after it was asked for and before the
 //   report. Surplus sendings may still be carried out within a lifetime, but never after an overlapping later write was
 //   sent. "Failed" means unknown: it may have been carried out.
-// A repeater that doubles answers breaks the first assumption; answersMayDouble is for such lines.
+// A repeater that doubles answers breaks the first assumption; answersMayDouble is for such lines. Answers to remote
+// frames name no function, so there a frame of another function that nobody asked for can pass for an answer.
 //
 // The rules behind it, and why:
 // 1. Outstanding answers. Modbus RTU has no request numbers, so every sending leaves an entry until the end of sending

@@ -52,6 +52,8 @@ WireFaults Soak::drawnFaults(std::mt19937 &random) {
     faults.stray = drawn(random, 0.1);
     faults.foreign = drawn(random, 0.1);
     faults.exception = drawn(random, 0.1);
+    faults.remote = random() % 8 == 0;
+    faults.foreign = faults.remote ? 0 : faults.foreign;  // answers to remote frames name no function
     faults.doubled = random() % 8 == 0 ? 0.3 : 0;
     faults.overtaking = random() % 2 == 0;
     faults.echo = random() % 3 == 0;
@@ -73,6 +75,7 @@ dravo::LineSettings Soak::drawnSettings(std::mt19937 &random, const WireTimes &t
     settings.merge = random() % 2 == 0 ? dravo::MergeByTime : dravo::MergeByDriver;
     settings.passPeriodUs = random() % 4 == 0 ? 1000000 : 0;
     settings.refusedRetryUs = 5000000;
+    settings.remoteNode = faults.remote ? 3 : -1;
     settings.answersMayDouble = faults.doubled > 0;
     if (faults.lost == kStormLoss) {  // many requests whose answers look alike
         settings.frameLimit = 2;
@@ -112,6 +115,9 @@ Soak::Soak(unsigned seed)
     // What an earlier master asked just before may still be answered.
     const char *const earlier[] = {"010300300002", "0203003c0001", "01060030ffff", "03030000000a"};
     for (const char *frame : earlier) {
+        if (faults_.remote) {
+            break;
+        }
         QByteArray request = QByteArray::fromHex(frame);
         const int crc = CalCRC(reinterpret_cast<uchar *>(request.data()), quint16(request.size()));
         wire_.send(request + char(crc & 0xFF) + char(crc >> 8), -20000, 0);
@@ -175,7 +181,7 @@ void Soak::askSomething() {
 }
 
 void Soak::askWrite(int station) {
-    const int kind = below(4);
+    const int kind = faults_.remote ? 1 + below(3) : below(4);
     const int count = kind == 0 ? 1 : 1 + below(3);
     Asked what = {true, station, kind == 1, 0, QByteArray(), -1, nowUs_};
     if (kind < 2) {
@@ -312,7 +318,7 @@ void Soak::lookAt(const dravo::LineEvent &event) {
     switch (event.kind) {
         case dravo::LineEvent::Exchange:
             if (event.failure == dravo::LineEvent::Refused &&
-                !wire_.wasRefused(event.request, event.exceptionCode, windowStart(event))) {
+                !wire_.wasRefused(wire_.atController(event.request), event.exceptionCode, windowStart(event))) {
                 fail("an exception was believed that no controller sent for this request");
             }
             if (event.failure == dravo::LineEvent::None && !event.write) {
@@ -346,8 +352,9 @@ void Soak::lookAt(const dravo::LineEvent &event) {
 Us Soak::windowStart(const dravo::LineEvent &event) const {
     Us start = nowUs_;
     for (auto sending = sendings_.rbegin(); sending != sendings_.rend(); ++sending) {
-        const int station = byteOf(sending->frame, 0);
-        const int function = byteOf(sending->frame, 1);
+        const QByteArray request = wire_.atController(sending->frame);
+        const int station = byteOf(request, 0);
+        const int function = byteOf(request, 1);
         const bool own = sending->request == requests_;
         if (!own && (!event.cyclic || ((station == 0 || station == event.station) && function > 4) ||
                      sending->endUs + times_.lifetimeUs < start)) {
@@ -360,9 +367,10 @@ Us Soak::windowStart(const dravo::LineEvent &event) const {
 
 void Soak::lookAtRead(const dravo::LineEvent &event) {
     const Us from = windowStart(event);
-    const bool coils = byteOf(event.request, 1) == 1;
-    const int first = wordOf(event.request, 2);
-    for (int i = 0; i < wordOf(event.request, 4); ++i) {
+    const QByteArray request = wire_.atController(event.request);
+    const bool coils = byteOf(request, 1) == 1;
+    const int first = wordOf(request, 2);
+    for (int i = 0; i < wordOf(request, 4); ++i) {
         Cell &cell = coils ? wire_.coil(event.station, first + i) : wire_.holdingRegister(event.station, first + i);
         const int value = coils ? byteOf(event.reply, 3 + i / 8) >> i % 8 & 1 : wordOf(event.reply, 3 + 2 * i);
         if (!cell.heldBetween(quint16(value), from, nowUs_)) {

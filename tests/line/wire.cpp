@@ -71,9 +71,25 @@ bool Cell::writtenBetween(Us from, Us to, const std::function<bool(quint16)> &ri
 Wire::Wire(const WireFaults &faults, const WireTimes &times, const std::vector<int> &stations, unsigned seed)
     : faults_(faults), times_(times), stations_(stations), random_(seed) {}
 
-void Wire::send(const QByteArray &frame, Us us, int writer) {
-    note("out", frame, us);
-    const Us endUs = us + charactersUs(frame.size());
+QByteArray Wire::atController(const QByteArray &frame) const {
+    if (!faults_.remote) {
+        return frame;
+    }
+    const bool write = byteOf(frame, 2) != 0;
+    const bool coils = wordOf(frame, 5) == 1;
+    QByteArray request = frame.mid(4, 1) + char(write ? (coils ? 15 : 16) : (coils ? 1 : 3)) + frame.mid(9, 4);
+    const QByteArray data = frame.mid(21, frame.size() - 22);
+    request += write ? QByteArray(1, char(data.size())) : QByteArray();
+    for (int i = 0; i < data.size(); ++i) {
+        request += data.at(coils ? i : i ^ 1);  // registers come low byte first
+    }
+    return request;
+}
+
+void Wire::send(const QByteArray &sent, Us us, int writer) {
+    note("out", sent, us);
+    const QByteArray frame = atController(sent);
+    const Us endUs = us + charactersUs(sent.size());
     const int function = byteOf(frame, 1);
     if (isWrite(function)) {
         auto &cells = isOfCoils(function) ? coils_ : registers_;
@@ -84,7 +100,7 @@ void Wire::send(const QByteArray &frame, Us us, int writer) {
         }
     }
     if (faults_.echo && !chance(faults_.lost)) {
-        QByteArray echo = frame;
+        QByteArray echo = sent;
         noteGenuine(echo);
         if (chance(faults_.altered)) {
             flip(echo);

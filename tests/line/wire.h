@@ -25,6 +25,7 @@ struct WireFaults {
     double foreign = 0;    // whole frames of other stations and functions
     double exception = 0;  // a request is refused for no lasting reason
     double doubled = 0;    // a reply comes twice
+    bool remote = false;   // requests are remote frames, and a node hands them on
     bool overtaking = false;
     bool echo = false;
     int deadStation = 0;        // from time to time
@@ -63,6 +64,8 @@ public:
     Wire(const WireFaults &faults, const WireTimes &times, const std::vector<int> &stations, unsigned seed);
 
     void setFaults(const WireFaults &faults) { faults_ = faults; }
+    /// What reaches the controller: of a remote frame the request that its node makes of it.
+    QByteArray atController(const QByteArray &frame) const;
 
     /// The host's bytes go out at us. writer: grows with each new request, not with its retries.
     void send(const QByteArray &frame, Us us, int writer);
