@@ -126,7 +126,8 @@ void Line::Parts::startOperation(qint64 nowUs) {
 
 // Reads show whether the adapter echoes; before that the answers to some writes cannot be told from echoes.
 bool Line::Parts::mayWrite(qint64 nowUs) {
-    if (loop.knowsEcho() || !operations.hasWrites() || !passes.hasWork(loop.stations(), nowUs)) {
+    if (loop.knowsEcho() || !operations.hasWrites() ||
+        !passes.hasWork(loop.stations(), qMax(nowUs, loop.lineFreeUs()))) {
         writesHeldSinceUs = -1;
         return true;
     }
@@ -271,6 +272,7 @@ void Line::restart(qint64 nowUs) {
     parts_->loop.restart(nowUs);
     parts_->loseOperations(-1);
     parts_->writesHeldSinceUs = -1;
+    parts_->passes.begin(parts_->reads.requests(), parts_->loop.lineFreeUs());
     parts_->digestNews(parts_->loop.nowUs());
 }
 
@@ -278,7 +280,8 @@ int Line::watch(const QVector<Variable> &variables, qint64 nowUs) {
     parts_->reads.watch(variables);
     parts_->states.keepOnly(variables);
     parts_->reads.update();
-    parts_->passes.begin(parts_->reads.requests(), qMax(parts_->loop.nowUs(), boundedUs(nowUs)));
+    const qint64 us = qMax(parts_->loop.nowUs(), boundedUs(nowUs));
+    parts_->passes.begin(parts_->reads.requests(), qMax(us, parts_->loop.lineFreeUs()));
     return parts_->reads.requests().size();
 }
 

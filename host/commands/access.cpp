@@ -141,6 +141,10 @@ Failure Access::outcome(int operation) {
     if (Failure failure = complete(operation, &end)) {
         return failure;
     }
+    if (end.failure == dravo::LineEvent::NotSure) {
+        return Failure(
+            QStringLiteral("the same came back, and nothing shows whether the adapter echoes: say --echo on or off"));
+    }
     return end.done ? Failure()
                     : Failure(QStringLiteral("%1 (code %2)")
                                   .arg(dravo::describeResult(end.code, end.exceptionCode))

@@ -172,4 +172,36 @@ TEST(Line, SettingsAndTimesOfAnySize) {
     }
 }
 
+TEST(Line, NoRequestIsLongerThanModbusAllowsOrTearsAValue) {
+    const int most[] = {0, 2000, 0, 125, 0, 1, 1};  // by function code; of writes: 15 and 16
+    for (const dravo::MergeRule merge : {dravo::MergeByDriver, dravo::MergeByTime}) {
+        dravo::LineSettings settings = at9600();
+        settings.merge = merge;
+        settings.frameLimit = 125;
+        settings.staleAfterUs = 100 * kSecond;
+        Desk desk(settings, WireFaults(), wireAt9600());
+        const QVector<dravo::Variable> variables = {variable(1, 13, "10", 150), variable(1, 12, "201", 150),
+                                                    variable(1, 7, "1000", 200), variable(1, 1, "0", 1500)};
+        desk.line.watch(variables, 0);
+        desk.run(5 * kSecond);
+        for (const dravo::Variable &one : variables) {
+            const int bytes = one.kind == dravo::BitValue ? 1 : one.kind == dravo::WordValue ? 2 : 4;
+            EXPECT_GT(desk.line.write(one, QByteArray(bytes * one.count, '\x01')), 0);
+            EXPECT_GT(desk.line.readOnce(one), 0);
+        }
+        desk.run(60 * kSecond);
+        for (const LineEvent &event : desk.events) {
+            EXPECT_EQ(event.failure, LineEvent::None);
+            const int function = event.request.isEmpty() ? 0 : event.request.at(1);
+            const int quantity =
+                event.request.isEmpty() ? 0 : uchar(event.request.at(4)) << 8 | uchar(event.request.at(5));
+            EXPECT_LE(quantity, function == 15 ? 1968 : function == 16 ? 123 : function < 7 ? most[function] : 0);
+        }
+        for (const dravo::Variable &one : variables) {
+            EXPECT_EQ(desk.line.stateOf(one, desk.now).condition, Condition::Fresh) << one.elemType;
+            EXPECT_EQ(dravo::Line::values(one).count('\x01'), dravo::Line::values(one).size());
+        }
+    }
+}
+
 }  // namespace
