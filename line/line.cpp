@@ -5,7 +5,7 @@
 #include "line/cyclic_reads.h"
 #include "line/line_settings.h"
 #include "line/operation_limits.h"
-#include "line/operation_queue.h"
+#include "line/operation_turns.h"
 #include "line/pass_clock.h"
 #include "line/value_states.h"
 #include "line/variable.h"
@@ -33,17 +33,13 @@ struct Line::Parts {
           loop(settings, port, statistics, nowUs),
           reads(settings, port),
           passes(settings.passPeriodUs),
+          turns(settings),
           mayRetry(true),
-          mayProbe(true),
-          writesHeldSinceUs(-1),
           lastOperation(0) {}
 
     Step next(qint64 hostUs);
     void startProbes();
-    void startOperation(qint64 nowUs);
-    bool mayWrite(qint64 nowUs);
-    QList<int> resting(qint64 nowUs) const;
-    qint64 nextOperationUs() const;
+    void startOperation();
     void loseOperations(int station);
     bool digestNews(qint64 nowUs);
     void digest(const LineEvent &event, qint64 nowUs);
@@ -59,10 +55,8 @@ struct Line::Parts {
     CyclicReads reads;
     ValueStates states;
     PassClock passes;
-    OperationQueue operations;
-    bool mayRetry;             // one of the refused reads, in this pass
-    bool mayProbe;             // a station that is down by an operation, in this pass
-    qint64 writesHeldSinceUs;  // until it is known whether the adapter echoes; below 0: not
+    OperationTurns turns;
+    bool mayRetry;  // one of the refused reads, in this pass
     int lastOperation;
     QList<LineEvent> events;
 };
@@ -80,7 +74,7 @@ Step Line::Parts::next(qint64 hostUs) {
             mayRetry = false;
         }
         startProbes();
-        startOperation(nowUs);
+        startOperation();
         const bool mayFetch = loop.isAsked() || passes.isDue(nowUs);
         Step step = loop.next(nowUs, mayFetch);
         const QList<Elements> written = loop.takeWritten();
@@ -93,7 +87,7 @@ Step Line::Parts::next(qint64 hostUs) {
                 if (mayRetry || reads.requests().isEmpty()) {
                     step.untilUs = qMin(step.untilUs, reads.nextRetryUs());
                 }
-                step.untilUs = qMin(step.untilUs, qMin(loop.stations().nextDueUs(), nextOperationUs()));
+                step.untilUs = qMin(step.untilUs, qMin(loop.stations().nextDueUs(), turns.nextProbeUs(loop)));
                 step.untilUs = mayFetch ? step.untilUs : qMin(step.untilUs, passes.dueUs());
             }
             return step;
@@ -111,54 +105,21 @@ void Line::Parts::startProbes() {
     }
 }
 
-void Line::Parts::startOperation(qint64 nowUs) {
+void Line::Parts::startOperation() {
     HostOperation operation = HostOperation();
-    mayProbe = mayProbe || !passes.hasWork(loop.stations(), nowUs);
-    if (loop.mayStartOperation() && operations.take(mayWrite(nowUs), resting(nowUs), &operation)) {
-        mayProbe = mayProbe && !loop.stations().isDown(operation.variable.station);
-        loop.operationStarts(operation.number, operation.variable.station);
-        port.start(operation);
-        if (operation.isWrite) {
-            states.becameUnsure(operation.variable.elements);  // after a failed request the cache shows it now
-        }
+    if (!turns.take(loop, passes, &operation)) {
+        return;
     }
-}
-
-// Reads show whether the adapter echoes; before that the answers to some writes cannot be told from echoes.
-bool Line::Parts::mayWrite(qint64 nowUs) {
-    if (loop.knowsEcho() || !operations.hasWrites() ||
-        !passes.hasWork(loop.stations(), qMax(nowUs, loop.lineFreeUs()))) {
-        writesHeldSinceUs = -1;
-        return true;
+    loop.operationStarts(operation.number, operation.variable.station);
+    port.start(operation);
+    if (operation.isWrite) {
+        states.becameUnsure(operation.variable.elements);  // after a failed request the cache shows it now
     }
-    writesHeldSinceUs = writesHeldSinceUs < 0 ? qMax(nowUs, loop.lineFreeUs()) : writesHeldSinceUs;
-    return nowUs - writesHeldSinceUs > 2 * settings.lifetimeUs;  // of which one may go by with what is outstanding
-}
-
-// Stations that are down and not to be asked by an operation now: each costs the living a whole timeout.
-QList<int> Line::Parts::resting(qint64 nowUs) const {
-    QList<int> stations = loop.stations().down();
-    for (int i = stations.size() - 1; mayProbe && i >= 0; --i) {
-        if (loop.expectedUntil(stations.at(i)) <= nowUs) {
-            stations.removeAt(i);
-        }
-    }
-    return stations;
-}
-
-// When an operation of a station that is down may be its probe.
-qint64 Line::Parts::nextOperationUs() const {
-    qint64 us = std::numeric_limits<qint64>::max();
-    const QList<int> down = loop.stations().down();
-    for (int i = 0; mayProbe && loop.mayStartOperation() && i < down.size(); ++i) {
-        us = operations.hasAnyOf(down.at(i)) ? qMin(us, loop.expectedUntil(down.at(i))) : us;
-    }
-    return us;
 }
 
 // What was asked of a station and not begun has failed: nobody wants it on a machine later.
 void Line::Parts::loseOperations(int station) {
-    const QList<HostOperation> lost = operations.takeAll(station);
+    const QList<HostOperation> lost = turns.queue().takeAll(station);
     for (int i = 0; i < lost.size(); ++i) {
         loop.tellLost(lost.at(i).number, lost.at(i).variable.station);
     }
@@ -178,7 +139,7 @@ void Line::Parts::digest(const LineEvent &event, qint64 nowUs) {
         checkPass(nowUs);
     }
     if (event.failure == LineEvent::NotSure) {
-        writesHeldSinceUs = -1;  // one more chance for the reads
+        turns.echoIsUnclear();
     }
     if (event.kind == LineEvent::Operation && !event.done && loop.stations().isDown(event.station)) {
         loseOperations(event.station);
@@ -224,7 +185,7 @@ void Line::Parts::checkPass(qint64 nowUs) {
     done.passUs = passes.lastedUs(nowUs);
     tell(done);
     mayRetry = true;
-    mayProbe = true;
+    turns.passIsOver();
     passes.begin(reads.requests(), qMax(nowUs, passes.dueUs()));
 }
 
@@ -241,12 +202,12 @@ void Line::Parts::tell(const LineEvent &event) {
 // The number of a new operation that the driver will cut into requests; 0: too many are queued.
 int Line::Parts::ask(const Variable &variable, bool isWrite, const QByteArray &values) {
     const int requests = operationRequests(variable, isWrite, settings.frameLimit);
-    if (!operations.hasRoom(isWrite, requests)) {
+    if (!turns.queue().hasRoom(isWrite, requests)) {
         return 0;
     }
     lastOperation = lastOperation == std::numeric_limits<int>::max() ? 1 : lastOperation + 1;
     const HostOperation operation = {lastOperation, isWrite, variable, values, requests};
-    operations.add(operation);
+    turns.queue().add(operation);
     return lastOperation;
 }
 
@@ -271,7 +232,7 @@ void Line::sent(qint64 nowUs) {
 void Line::restart(qint64 nowUs) {
     parts_->loop.restart(nowUs);
     parts_->loseOperations(-1);
-    parts_->writesHeldSinceUs = -1;
+    parts_->turns.echoIsUnclear();
     parts_->passes.begin(parts_->reads.requests(), parts_->loop.lineFreeUs());
     parts_->digestNews(parts_->loop.nowUs());
 }
