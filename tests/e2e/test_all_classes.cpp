@@ -123,7 +123,7 @@ TEST_F(AllClasses, MonitorShowsWhatTheControllersHold) {
     }
     tags.close();
     for (const char *option :
-         {"--frame-limit=1", "--frame-limit=3", "--frame-limit=125", "--merge=time", "--remote-node=9"}) {
+         {"--frame-limit=1", "--frame-limit=5", "--frame-limit=125", "--merge=time", "--remote-node=9"}) {
         QString shown = run({"monitor", "--tags", tags.fileName(), "--passes", "1", "--format", "csv", option});
         shown.replace(QRegExp("\n1,[^,]*,"), "\n").replace(QRegExp("fresh,\\d+,"), "fresh,");  // pass, time, age
         EXPECT_EQ(shown.section('\n', 1).toStdString(), expected.toStdString()) << option;

@@ -15,14 +15,6 @@ constexpr int kMostPending = 20;
 constexpr int kStormEvery = 3;
 constexpr double kStormLoss = 0.2;
 
-int byteOf(const QByteArray &bytes, int index) {
-    return uchar(bytes.at(index));
-}
-
-int wordOf(const QByteArray &bytes, int index) {
-    return byteOf(bytes, index) << 8 | byteOf(bytes, index + 1);
-}
-
 // In two runs of three it does not happen at all.
 double drawn(std::mt19937 &random, double most) {
     return random() % 3 == 0 ? std::uniform_real_distribution<double>(0, most)(random) : 0;

@@ -6,14 +6,6 @@
 
 namespace {
 
-int byteOf(const QByteArray &bytes, int index) {
-    return uchar(bytes.at(index));
-}
-
-int wordOf(const QByteArray &bytes, int index) {
-    return byteOf(bytes, index) << 8 | byteOf(bytes, index + 1);
-}
-
 bool isWrite(int function) {
     return function == 5 || function == 6 || function == 15 || function == 16;
 }

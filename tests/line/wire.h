@@ -15,6 +15,13 @@
 
 using Us = qint64;
 
+inline int byteOf(const QByteArray &bytes, int index) {
+    return uchar(bytes.at(index));
+}
+inline int wordOf(const QByteArray &bytes, int index) {
+    return byteOf(bytes, index) << 8 | byteOf(bytes, index + 1);
+}
+
 /// What the line does, as probabilities and times.
 struct WireFaults {
     double late = 0;       // a reply comes between the timeout and the lifetime
