@@ -27,7 +27,7 @@ void OperationQueue::add(const HostOperation &operation) {
 }
 
 HostOperation OperationQueue::takeAt(QList<HostOperation> *queue, int index) {
-    const HostOperation operation = queue->takeAt(index);
+    HostOperation operation = queue->takeAt(index);
     (operation.isWrite ? writeRequests_ : readRequests_) -= operation.requests;
     return operation;
 }
