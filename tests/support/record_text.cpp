@@ -3,11 +3,11 @@
 #include <QtCore/QRegExp>
 #include <QtCore/QStringList>
 #include <stdexcept>
+#include <tuple>
 
 QList<RW_VAR> records(const std::string &text) {
     QRegExp match(
-        QString::fromLatin1("(?:(-?\\d+)/)?(-?\\d+)@([^+]*)\\+(-?\\d+)(?:=(\\w*))?(?::(\\d+)/(\\d+))?"
-                            "(?:\\^(\\d+))?"));
+        QLatin1String("(?:(-?\\d+)/)?(-?\\d+)@([^+]*)\\+(-?\\d+)(?:=(\\w*))?(?::(\\d+)/(\\d+))?(?:\\^(\\d+))?"));
     QList<RW_VAR> list;
     for (const QString &word : QString::fromStdString(text).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
         if (!match.exactMatch(word)) {
@@ -45,6 +45,12 @@ std::string listText(const QList<RW_VAR> &list) {
     return words.join(QLatin1Char(' ')).toStdString();
 }
 
+std::string otherFields(const RW_VAR &var) {
+    return qPrintable(var.label + QLatin1String(", ") + var.addressText +
+                      QString::asprintf(": %d %d %d %d %d %d", var.itemId, var.accessFlag, var.remoteMode, var.retValue,
+                                        var.param1, var.param2));
+}
+
 QList<ReadVarEntry> hostEntries(const std::string &text) {
     QList<ReadVarEntry> entries;
     for (const RW_VAR &variable : records(text)) {
@@ -71,9 +77,7 @@ std::string cacheText(const ValueCache &cache) {
 void expectRequest(const Protocol &request, const RW_VAR &var, const QByteArray &frame, int replyLength, int dataOffset,
                    int dataLength) {
     EXPECT_EQ(request.frame, frame);
-    EXPECT_EQ(request.frameLength, frame.size());
-    EXPECT_EQ(request.replyLength, replyLength);
-    EXPECT_EQ(request.dataOffset, dataOffset);
-    EXPECT_EQ(request.dataLength, dataLength);
+    EXPECT_EQ(std::make_tuple(request.frameLength, request.replyLength, request.dataOffset, request.dataLength),
+              std::make_tuple(frame.size(), replyLength, dataOffset, dataLength));
     EXPECT_EQ(listText({request.var}), listText({var}));
 }
