@@ -56,9 +56,7 @@ TEST_F(HostAccess, SettingsInTheWrites) {
     settings.defaultStation = 9;
     setValues("12@7999+4=7856341201000000:5/6");
     EXPECT_EQ(left(), "9/7@7999+1=3412:5/6^4 9/7@8000+1=7856:5/6^4 9/12@8001+1=01000000:5/6^4");
-    for (const RW_VAR &write : static_cast<const QList<RW_VAR> &>(PLC_driver.writeVarList)) {
-        EXPECT_EQ(otherFields(write), "label, 7999: 6 1 3 0 0 0");
-    }
+    EXPECT_EQ(otherFields(PLC_driver.writeVarList.at(2)), "label, 7999: 6 1 3 0 0 0");
     PLC_driver.writeVarList[0].param1 = 11;
     PLC_driver.writeVarList[0].param2 = 12;
     exchange();

@@ -11,10 +11,7 @@ namespace {
 using ValueCacheEntries = DriverScene;
 
 TEST_F(ValueCacheEntries, KeysAndSizes) {
-    struct {
-        ControlInformationM element;
-        unsigned int key;
-    } const elements[] = {
+    const std::pair<ControlInformationM, unsigned int> elements[] = {
         {{1, 7, 100, -1}, 0x01070064},   {{257, 264, 65636, 0}, 0x01080064},      // only the low bytes count
         {{2, 6, 1, 0}, 0x02060001},      {{2, 12, 1, 0}, 0x020c0001},             // a bit, a word
         {{2, 13, 1, 0}, 0x020d0001},     {{2, 22, 1, 0}, 0x02160001},             // a double word, an unknown type

@@ -55,10 +55,10 @@ TEST_F(Robustness, AnyRecordsAndAnyReplies) {
                  {&ComInfo::maxGroupLength, &ComInfo::localNode, &ComInfo::retryTimes, &ComInfo::retryCount}) {
                 settings.*field = anyInt();
             }
-            settings.remoteMode = below(4) == 0 ? 1 : 0;
-            settings.writeMode = below(3);
-            settings.useVarStation = below(2);
-            settings.cycleDone = below(2);
+            for (int ComInfo::*mode :
+                 {&ComInfo::remoteMode, &ComInfo::writeMode, &ComInfo::useVarStation, &ComInfo::cycleDone}) {
+                settings.*mode = below(4) == 0 ? 2 : 0;
+            }
             RW_VAR var = anyRecord(), cyclic = anyRecord();
             QByteArray out;
             AddListReadVar(&cyclic);

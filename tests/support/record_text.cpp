@@ -13,17 +13,10 @@ QList<RW_VAR> records(const std::string &text) {
         if (!match.exactMatch(word)) {
             throw std::logic_error("no request: " + text);
         }
-        RW_VAR var = RW_VAR();
-        var.station = match.cap(1).isEmpty() ? 1 : match.cap(1).toInt();
-        var.elemType = match.cap(2).toInt();
-        var.addressText = match.cap(3);
-        var.address = match.cap(3).toInt();
-        var.count = match.cap(4).toInt();
-        var.data = QByteArray::fromHex(match.cap(5).toLatin1());
-        var.ownerId = match.cap(6).toInt();
-        var.itemId = match.cap(7).toInt();
-        var.nodeId = match.cap(8).toInt();
-        list.append(var);
+        const auto number = [&match](int part) { return match.cap(part).toInt(); };
+        list.append({number(6), number(7), 0, 0, number(8), 0, QString(), match.cap(3), number(2), number(3),
+                     match.cap(1).isEmpty() ? 1 : number(1), number(4), 0, 0,
+                     QByteArray::fromHex(match.cap(5).toLatin1())});
     }
     return list;
 }
@@ -53,14 +46,14 @@ std::string otherFields(const RW_VAR &var) {
 
 QList<ReadVarEntry> hostEntries(const std::string &text) {
     QList<ReadVarEntry> entries;
-    for (const RW_VAR &variable : records(text)) {
-        ReadVarEntry entry = ReadVarEntry();
-        entry.elemType = static_cast<unsigned char>(variable.elemType);
-        entry.station = static_cast<unsigned char>(variable.station);
-        entry.addressText = variable.addressText;
-        entry.label = QString::fromLatin1("v%1").arg(entries.size());
-        entry.count = variable.count;
-        entries.append(entry);
+    for (const RW_VAR &var : records(text)) {
+        entries.append({0,
+                        static_cast<unsigned char>(var.elemType),
+                        static_cast<unsigned char>(var.station),
+                        {},
+                        var.addressText,
+                        QString::fromLatin1("v%1").arg(entries.size()),
+                        var.count});
     }
     return entries;
 }

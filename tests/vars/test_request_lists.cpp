@@ -1,44 +1,33 @@
 // What requests become on their way into the lists: pieces, parts at the bounds of the address map, entries of a queue.
-#include <climits>
-
 #include "support/record_text.h"
 #include "vars/request_merge.h"
 #include "vars/request_pieces.h"
 #include "vars/request_queue.h"
-#include "vars/write_cut.h"
 
 namespace {
 
-/// "100+32#0 132+8#32": address, count and index of the first element of each piece.
-std::string piecesText(const Pieces &pieces) {
-    std::string text;
-    for (const Piece &piece : pieces) {
-        const std::string run = std::to_string(piece.address) + "+" + std::to_string(piece.count);
-        text += (text.empty() ? "" : " ") + run + "#" + std::to_string(piece.first);
-    }
-    return text;
-}
+// Owner of a piece: the index of its first element.
 
 TEST(RequestPieces, FollowOneAnotherWithoutGapUpToTheLastAddress) {
-    for (const TableRow &row :
-         table(cases("vars/request_pieces", "follow one another without gap up to the last address"))) {
-        const Pieces pieces =
-            piecesOf(row.number("address"), row.number("count"), row.number("limit"), row.number("step"));
-        EXPECT_EQ(piecesText(pieces), row["pieces"]) << row.line();
-    }
-    EXPECT_EQ(piecesText(piecesOf(INT_MIN, 4294967296, INT_MAX)),
-              "-2147483648+2147483647#0 -1+2147483647#2147483647 2147483646+2#2147483647");
+    expectColumn(cases("vars/request_pieces", "pieces"), "pieces", [](const TableRow &row) {
+        QList<RW_VAR> list;
+        const int limit = row.number("limit"), step = row.number("step");
+        for (const Piece &piece : piecesOf(row.number("address"), std::stoll(row["count"]), limit, step)) {
+            list.append(pieceOf(record("7@0+0"), piece));
+            list.last().ownerId = piece.first;
+        }
+        return listText(list);
+    });
 }
 
 TEST(RequestPieces, WhetherGroupLeavesTheLastPieceInTheRecord) {
-    for (const TableRow &row :
-         table(cases("vars/request_pieces", "whether group leaves the last piece in the record"))) {
+    expectColumn(cases("vars/request_pieces", "whether group"), "pieces", [](const TableRow &row) {
         QList<RW_VAR> list;
         RW_VAR var = record("8@10+5");
         WhetherGroup(row.number("count"), row.number("limit"), &var, &list);
-        EXPECT_EQ(listText(list), row["pieces"]) << row.line();
         EXPECT_TRUE(list.isEmpty() || listText({var}) == listText({list.last()})) << listText({var});
-    }
+        return listText(list);
+    });
 }
 
 typedef void (*Cut)(QList<RW_VAR> &list, RW_VAR &var);
@@ -46,12 +35,8 @@ typedef void (*Cut)(QList<RW_VAR> &list, RW_VAR &var);
 const int kListBounds[24] = {0, 0, 2048, 256, 1024, 256, 256, 0, 256, 256, 0, 0, 0, 256};  // by type; 0: never cut
 const int kMapBounds[24] = {0, 0, 2048, 256, 1024, 256, 256, 8000, 256, 256, 0, 0, 8000, 256, 256};
 
-const struct {
-    const char *name;
-    Cut cut;
-    bool revises;  // the last request, here of one element
-    const int *bounds;
-} kCutters[] = {
+// Whether it revises the last request of the list, here of one element, and where it cuts.
+const std::tuple<const char *, Cut, bool, const int *> kCutters[] = {
     {"function_rw_var_add_read", function_rw_var_add_read, false, kListBounds},
     {"function_rw_var_add_write", function_rw_var_add_write, false, kListBounds},
     {"function_rw_var_revise", function_rw_var_revise, true, kListBounds},
@@ -82,7 +67,7 @@ TEST(RequestMerge, EveryTypeIsCutExactlyAtItsBound) {
     }
 }
 
-/// What a request becomes behind the entries of list; the record ends as the last part.
+/// What a request becomes behind the entries of a list; the record ends as the last part.
 std::string entries(Cut cut, const std::string &given, const std::string &behind = "") {
     RW_VAR var = record(given);
     QList<RW_VAR> list = records(behind);
@@ -92,33 +77,12 @@ std::string entries(Cut cut, const std::string &given, const std::string &behind
     return listText(list);
 }
 
-TEST(RequestMerge, NothingOverflows) {
-    expectColumn(cases("vars/request_merge", "nothing overflows"), "entries",
-                 [](const TableRow &row) { return entries(function_rw_var_add_read, row["given"]); });
-}
-
-TEST(RequestMerge, RevisedEntryKeepsEverythingButItsCount) {
+TEST(RequestMerge, PartsCarryTheirDataAndARevisedEntryItsOwner) {
+    expectColumn(cases("vars/request_merge", "writes"), "entries",
+                 [](const TableRow &row) { return entries(function_rw_var_add_write, row["given"]); });
     EXPECT_EQ(entries(function_rw_var_revise, "13@255+2147483647:9/0", "1@5+5 13@255+1:1/1"),
               "1@5+5 13@255+1:1/1 13@256+2147483646:9/0");
     EXPECT_EQ(entries(function_rw_var_revise, "13@256+3:8/0", "1@5+5 13@256+1:9/0"), "1@5+5 13@256+3:9/0");
-}
-
-TEST(WriteCut, ListFunctionCutsDataWithTheRequest) {
-    expectColumn(cases("vars/write_cut", "list function cuts data with the request"), "entries",
-                 [](const TableRow &row) { return entries(function_rw_var_add_write, row["given"]); });
-}
-
-TEST(WriteCut, DriverCutsAtEveryBoundOfTheAddressMap) {
-    expectColumn(cases("vars/write_cut", "driver cuts at every bound of the address map"), "entries",
-                 [](const TableRow &row) {
-                     QList<RW_VAR> list;
-                     appendDriverWrite(list, record(row["given"]));
-                     return listText(list);
-                 });
-}
-
-QList<RW_VAR> filled(int entries) {
-    return records(QByteArray("7@1+1 ").repeated(entries).toStdString());
 }
 
 /// The size of the queue after a one-shot read was asked for, in pieces of at most 32.
@@ -142,7 +106,7 @@ TEST(RequestQueue, IdentityOfAOnceRead) {
 }
 
 TEST(RequestQueue, FullQueuesTakeNothingButReplacements) {
-    QList<RW_VAR> reads = filled(1023), more = reads, writes = reads;
+    QList<RW_VAR> reads = records(QByteArray("7@1+1 ").repeated(1023).toStdString()), more = reads, writes = reads;
     EXPECT_EQ(sizeWith(reads, "8@250+10"), 1025) << "one piece, two entries";
     EXPECT_EQ(sizeWith(more, "7@100+64"), 1024);
     for (const char *text : {"7@5+1=ff", "7@6+1=dd", "7@5+1=ee"}) {
@@ -153,12 +117,11 @@ TEST(RequestQueue, FullQueuesTakeNothingButReplacements) {
 }
 
 TEST(RequestQueue, WritesReplaceQueuedWritesButTheHead) {
-    expectColumn(cases("vars/request_queue", "writes replace queued writes but the head"), "afterwards",
-                 [](const TableRow &row) {
-                     QList<RW_VAR> queue = records(row["queue"]);
-                     appendOrReplaceWrite(queue, record(row["given"]));
-                     return listText(queue);
-                 });
+    expectColumn(cases("vars/request_queue", "writes"), "afterwards", [](const TableRow &row) {
+        QList<RW_VAR> queue = records(row["queue"]);
+        appendOrReplaceWrite(queue, record(row["given"]));
+        return listText(queue);
+    });
 }
 
 }  // namespace
