@@ -5,11 +5,8 @@
 namespace {
 
 TEST(Checksum, KnownBuffers) {
-    const struct {
-        const char *name;
-        QByteArray data;
-        int sum, crc, lrc, exclusiveOr;
-    } cases[] = {
+    const std::tuple<const char *, QByteArray, int, int, int, int> cases[] = {
+        // sum, CRC, LRC, exclusive-or
         {"no bytes", bytes(""), 0, 0xFFFF, 256, 0},
         {"low byte of the sum 0", bytes("01ff"), 0x100, 0x6040, 256, 0xFE},
         {"check value of the CRC", bytes("313233343536373839"), 477, 0x4B37, 0x23, 0x31},

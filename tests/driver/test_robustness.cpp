@@ -8,44 +8,38 @@
 
 namespace {
 
-class Robustness : public DriverScene {
-protected:
-    int below(int bound) { return static_cast<int>(random() % static_cast<unsigned>(bound)); }
-    template <typename Value, size_t size>
-    Value oneOf(const Value (&values)[size]) {
-        return values[random() % size];
-    }
-    int anyInt() { return oneOf({INT_MIN, -65536, -300, -16, -1, 0, 1, 2, 7, 9, 255, 256, 8000, 65536, INT_MAX}); }
-    QByteArray anyBytes(int most) {
+using Robustness = DriverScene;
+
+TEST_F(Robustness, AnyRecordsAndAnyReplies) {
+    std::mt19937 random{20240607};
+    const auto below = [&random](int bound) { return static_cast<int>(random() % static_cast<unsigned>(bound)); };
+    const int ints[] = {INT_MIN, -65536, -300, -16, -1, 0, 1, 2, 7, 9, 255, 256, 8000, 65536, INT_MAX};
+    const auto anyInt = [&] { return ints[below(15)]; };
+    const auto anyBytes = [&](int most) {
         QByteArray result(below(most + 1), '\0');
-        std::generate(result.begin(), result.end(), [this] { return static_cast<char>(below(256)); });
+        std::generate(result.begin(), result.end(), [&] { return static_cast<char>(below(256)); });
         return result;
-    }
-    RW_VAR anyRecord() {
-        const char *address = oneOf({"0", "7.3", "255", "256", "7999", "2147483647", "511.15", "8000", "-1.5",
-                                     "134217727.15", "2147483647.15", ""});
-        const int count = oneOf({INT_MIN, -9, -1, 0, 1, 2, 8, 9, 33, 300, int(kMaxElementCount) + 1, INT_MAX});
-        RW_VAR var = record(std::to_string(below(25) - 2) + "@" + address + "+" + std::to_string(count));
+    };
+    const auto anyRecord = [&] {
+        const char *const texts[] = {"0",      "7.3",  "255",  "256",          "7999",          "2147483647",
+                                     "511.15", "8000", "-1.5", "134217727.15", "2147483647.15", ""};
+        const int counts[] = {INT_MIN, -9, -1, 0, 1, 2, 8, 9, 33, 300, kMaxElementCount + 1, INT_MAX};
+        const std::string count = std::to_string(counts[below(12)]);
+        RW_VAR var = record(std::to_string(below(25) - 2) + "@" + texts[below(12)] + "+" + count);
         for (int RW_VAR::*field : {&RW_VAR::ownerId, &RW_VAR::accessFlag, &RW_VAR::nodeId, &RW_VAR::retValue,
-                                   &RW_VAR::address, &RW_VAR::param2}) {
+                                   &RW_VAR::address, &RW_VAR::station, &RW_VAR::param1, &RW_VAR::param2}) {
             var.*field = anyInt();
         }
-        var.station = below(3) == 0 ? anyInt() : 1;
-        var.param1 = below(4) - 1;
         var.data = anyBytes(12);
         return var;
-    }
-    QByteArray anyReply() {
+    };
+    const auto anyReply = [&] {
         const QList<Protocol> &requests = PLC_driver.protocolList;
         const bool usual = !requests.isEmpty() && requests.at(0).replyLength < 4096;
         const QByteArray reply = usual ? goodReply(anyBytes(9)) : anyBytes(9);
-        return oneOf({reply, reply, reply, reply + anyBytes(3), reply.left(below(reply.size() + 1)), anyBytes(20)});
-    }
-
-    std::mt19937 random{20240607};
-};
-
-TEST_F(Robustness, AnyRecordsAndAnyReplies) {
+        const QByteArray others[] = {reply + anyBytes(3), reply.left(below(reply.size() + 1)), anyBytes(20)};
+        return below(2) == 0 ? reply : others[below(3)];
+    };
     for (int round = 0; round < 24000; ++round) {
         if (round % 60 == 0) {
             restart();

@@ -23,22 +23,19 @@ const Value &at(const void *record, size_t in32, size_t in64) {
     return *reinterpret_cast<const Value *>(static_cast<const char *>(record) + (sizeof(void *) == 4 ? in32 : in64));
 }
 
+#define ENTRY(name) reinterpret_cast<decltype(name) *>(dlsym(library, #name))
+
 std::string calls;
 
 class LoadedLibrary : public ::testing::Test {  // each has a driver in its first state
 protected:
     ~LoadedLibrary() override { dlclose(library); }
 
-    template <typename Function>
-    Function *entry(const char *name) const {
-        return reinterpret_cast<Function *>(dlsym(library, name));
-    }
-
     void SetUp() override {
         ASSERT_NE(driver, nullptr) << dlerror();
         EXPECT_EQ(at<int>(driver, 112, 176), 100) << "comType: nothing was built";
         std::fill(settings, settings + kSettingWords, -77);
-        entry<decltype(SetComInfo)>("SetComInfo")(reinterpret_cast<ComInfo *>(settings));
+        ENTRY(SetComInfo)(reinterpret_cast<ComInfo *>(settings));
         EXPECT_EQ(at<void *>(driver, 0, 0), static_cast<void *>(settings));
         for (int word = 0; word < kSettingWords; ++word) {
             EXPECT_EQ(settings[word], word == kClearedWordA || word == kClearedWordB ? 0 : -77) << word;
@@ -53,12 +50,12 @@ protected:
     /// Queues a read of two registers from address 100 of station 1.
     const void *request() const {
         RW_VAR var = {5, 6, 0, 0, 3, 0, QString(), QString(), 7, 100, 1, 2, 0, 0, QByteArray()};
-        entry<decltype(AddListOnceReadVar)>("AddListOnceReadVar")(&var, 1);
-        return entry<decltype(ComCommunication)>("ComCommunication")();
+        ENTRY(AddListOnceReadVar)(&var, 1);
+        return ENTRY(ComCommunication)();
     }
     const void *reply(const char *hex) const {
         QByteArray bytes = QByteArray::fromHex(hex);
-        return entry<decltype(DataCom)>("DataCom")(&bytes, bytes.size());
+        return ENTRY(DataCom)(&bytes, bytes.size());
     }
 
     void *const library = dlopen(DRAVO_LIBRARY, RTLD_NOW | RTLD_LOCAL);
@@ -73,16 +70,17 @@ TEST_F(LoadedLibrary, EveryStatedNameIsFound) {
         found += kind != "soname" && dlsym(library, name.c_str()) != nullptr ? 1 : 0;
     }
     EXPECT_EQ(found, 15 + 4 + 14);  // entry points, data objects, utilities
-    entry<decltype(FlashLocalRegister)>("FlashLocalRegister")(1, 0x80000000U, 3);
-    EXPECT_EQ(*entry<unsigned int>("LW"), 0x80000000U);
-    EXPECT_EQ(*entry<unsigned int>("RWI"), 3U);
-    entry<decltype(EnableEthernet)>("EnableEthernet")(9, 0);
+    ENTRY(FlashLocalRegister)(1, 0x80000000U, 3);
+    EXPECT_EQ(*static_cast<unsigned int *>(dlsym(library, "LW")), 0x80000000U);
+    EXPECT_EQ(*static_cast<unsigned int *>(dlsym(library, "RWI")), 3U);
+    ENTRY(EnableEthernet)(9, 0);
     EXPECT_EQ((at<QMap<int, int>>(driver, 48, 96)).keys(), QList<int>() << 9);
 }
 
 TEST_F(LoadedLibrary, GoodAndFailedExchange) {
     calls.clear();
-    entry<decltype(RegistCallBackFuncIntf)>("RegistCallBackFuncIntf")(
+    ENTRY(RegistCallBackFuncIntf)
+    (
         [](void *context, int ownerId, int itemId, int code) {
             const int first = *static_cast<int *>(context);
             calls += QString::asprintf("%d: %d/%d %d, ", first, ownerId, itemId, code).toStdString();
@@ -108,7 +106,7 @@ TEST_F(LoadedLibrary, GoodAndFailedExchange) {
     EXPECT_EQ(at<int>(result, 0, 0), 5) << "ownerId";
     EXPECT_EQ(settings[kFrameDone], 1);
     EXPECT_EQ((at<QHash<unsigned int, QByteArray>>(driver, 132, 200).size()), 2);
-    EXPECT_EQ(entry<decltype(ComCommunication)>("ComCommunication")(), nullptr);
+    EXPECT_EQ(ENTRY(ComCommunication)(), nullptr);
     EXPECT_EQ(settings[kCycleDone], 1);
 
     ASSERT_NE(request(), nullptr);
@@ -128,8 +126,7 @@ TEST_F(LoadedLibrary, HostEntries) {
     const HostEntry entry0 = {{0xff, 7, 17}, QString::fromLatin1("300"), QString::fromLatin1("label"), 2, {-1, -1}};
     QList<HostEntry> entries = {entry0, entry0};
     entries[1].addressText = QString::fromLatin1("310");
-    const auto rebuild = entry<decltype(ReCreatReadVarList)>("ReCreatReadVarList");
-    EXPECT_EQ(rebuild(reinterpret_cast<QList<ReadVarEntry> *>(&entries)), 1);
+    EXPECT_EQ(ENTRY(ReCreatReadVarList)(reinterpret_cast<QList<ReadVarEntry> *>(&entries)), 1);
     const void *const merged = &at<QList<RW_VAR>>(driver, 4, 8).at(0);
     EXPECT_EQ(at<int>(merged, 32, 40), 7) << "elemType";
     EXPECT_EQ(at<int>(merged, 36, 44), 300) << "address";
