@@ -11,14 +11,12 @@ TEST_F(HostAccess, ReadsOfValuesSeenOrNot) {
         setValues(seen);
     }
     for (const TableRow &row : table(cases("cache/func_get_or_set_data", "reads"))) {
+        const std::string before = cacheText();
         EXPECT_EQ(getValues(row["variable"], row.number("result")), bytes(row["values"])) << row.line();
+        EXPECT_TRUE(row.number("result") == 1 || cacheText() == before) << row.line();
     }
-    restart();
     EXPECT_EQ(getValues("22@10+1048576").size(), 2 * kMaxElementCount);
-    for (const char *refused : {"7@x+3", "7@-10+1"}) {
-        getValues(refused, 0);
-    }
-    EXPECT_EQ(cacheText(), "");
+    restart();
     for (const char *created : {"20@1.15+2", "14@8+1", "22@1+2"}) {
         getValues(created);
     }

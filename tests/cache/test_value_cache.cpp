@@ -2,6 +2,7 @@
 #include <climits>
 
 #include "cache/Func_DealData.h"
+#include "cache/host_values.h"
 #include "cache/reply_storage.h"
 #include "cache/written_values.h"
 #include "support/driver_scene.h"
@@ -50,6 +51,9 @@ TEST(WrittenValues, StoredAsRepliesAre) {
         EXPECT_EQ(cacheText(cache), row["entries"]) << row.line();
         EXPECT_EQ(list.last().data, bytes(row["data afterwards"])) << row.line();
     }
+    RW_VAR pairs = record("12@5+0");
+    setWrittenValues(pairs, bytes("785634120100000099"), 3);
+    EXPECT_EQ(listText({pairs}), "12@5+2=7856341201000000") << "not what three would need";
     ValueCache cache;
     RW_VAR most = record("1@0+1048576=01");
     storeWritten(cache, most);

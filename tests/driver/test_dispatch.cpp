@@ -30,7 +30,7 @@ TEST_F(Dispatch, RepliesToARead) {
 
 TEST_F(Dispatch, RetriesThenFailure) {
     settings.retryTimes = 2;
-    PLC_driver.readCycleCount = 1;
+    PLC_driver.readCycleCount = 2;
     play(R"(
         exchange      | queued             | sent           | reply        | code | callbacks | result  | left
         nothing came  | cyclic 7@1+1 7@2+1 | 0103 0001 0001 |              | 0    |           | 0/0@0+0 | 7@1+1 7@2+1
@@ -38,10 +38,10 @@ TEST_F(Dispatch, RetriesThenFailure) {
         good          |                    | 0103 0001 0001 | 0103 02 1234 | 1    |           | 7@1+1   | 7@2+1 7@1+1
         wrong station |                    | 0103 0002 0001 | 0203 02 1234 | 11   | list 0    | 7@2+1   | 7@1+1 7@2+1)");
     EXPECT_EQ(PLC_driver.comFailed, 1);
-    for (const int count : {settings.retryCount, PLC_driver.readCycleCount, settings.cycleDone,
-                            PLC_driver.readVarList.at(0).retValue, PLC_driver.readVarList.at(1).retValue}) {
-        EXPECT_EQ(count, 0);
-    }
+    EXPECT_EQ(std::make_tuple(settings.retryCount, PLC_driver.readCycleCount, settings.cycleDone),
+              std::make_tuple(0, 0, 0));
+    EXPECT_EQ(PLC_driver.readVarList.at(0).retValue, 0);
+    EXPECT_EQ(PLC_driver.readVarList.at(1).retValue, 0);
     exchange();
     EXPECT_EQ(PLC_driver.comFailed, 0);
 }

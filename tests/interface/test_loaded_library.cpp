@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QHash>
-#include <QtCore/QMap>
 #include <algorithm>
 #include <cstring>
 #include <fstream>
@@ -73,8 +72,6 @@ TEST_F(LoadedLibrary, EveryStatedNameIsFound) {
     ENTRY(FlashLocalRegister)(1, 0x80000000U, 3);
     EXPECT_EQ(*static_cast<unsigned int *>(dlsym(library, "LW")), 0x80000000U);
     EXPECT_EQ(*static_cast<unsigned int *>(dlsym(library, "RWI")), 3U);
-    ENTRY(EnableEthernet)(9, 0);
-    EXPECT_EQ((at<QMap<int, int>>(driver, 48, 96)).keys(), QList<int>() << 9);
 }
 
 TEST_F(LoadedLibrary, GoodAndFailedExchange) {

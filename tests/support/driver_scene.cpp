@@ -42,10 +42,6 @@ QByteArray DriverScene::send() {
     return request == nullptr ? QByteArray() : request->frame;
 }
 
-char DriverScene::sendKind() {
-    return ComCommunication() == nullptr ? '-' : std::string("CWO").at(size_t(PLC_driver.comType));
-}
-
 int DriverScene::answer(const QByteArray &reply) {
     QByteArray received(reply);
     const RW_VAR *result = DataCom(&received, received.size());

@@ -22,7 +22,6 @@ public:
     static void restart();
 
     static QByteArray send();  // frame of the request handed out; empty: nothing to send
-    static char sendKind();    // W, O, C or - for a write, a one-shot read, a cyclic read, nothing
     static int answer(const QByteArray &reply);
     static int answer(const char *hexWithoutCrc) { return answer(withCrc(hexWithoutCrc)); }
     static int noReply() { return answer(QByteArray()); }

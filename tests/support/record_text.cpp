@@ -47,13 +47,8 @@ std::string otherFields(const RW_VAR &var) {
 QList<ReadVarEntry> hostEntries(const std::string &text) {
     QList<ReadVarEntry> entries;
     for (const RW_VAR &var : records(text)) {
-        entries.append({0,
-                        static_cast<unsigned char>(var.elemType),
-                        static_cast<unsigned char>(var.station),
-                        {},
-                        var.addressText,
-                        QString::fromLatin1("v%1").arg(entries.size()),
-                        var.count});
+        const QString label = QString::fromLatin1("v%1").arg(entries.size());
+        entries.append({0, uchar(var.elemType), uchar(var.station), {}, var.addressText, label, var.count});
     }
     return entries;
 }
