@@ -14,7 +14,7 @@ TEST_F(FinishedOperation, DoneOrFailed) {
         for (const std::string kind : {"write", "read"}) {
             const bool write = kind == "write";
             for (const std::string outcome : {"done", "left, own stations", "left, one station"}) {
-                SCOPED_TRACE(row.line() + ", " + kind + ", " + outcome);
+                SCOPED_TRACE(testing::Message() << row.line() << ", " << kind << ", " << outcome);
                 restart();
                 settings.useVarStation = outcome == "left, one station" ? 0 : 1;
                 queue(kind + " " + row["queue"]);

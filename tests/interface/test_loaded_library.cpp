@@ -22,7 +22,7 @@ const Value &at(const void *record, size_t in32, size_t in64) {
     return *reinterpret_cast<const Value *>(static_cast<const char *>(record) + (sizeof(void *) == 4 ? in32 : in64));
 }
 
-#define ENTRY(name) reinterpret_cast<decltype(name) *>(dlsym(library, #name))
+#define ENTRY(name) (reinterpret_cast<decltype(name) *>(dlsym(library, #name)))
 
 std::string calls;
 

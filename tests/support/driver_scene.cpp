@@ -62,8 +62,8 @@ QByteArray DriverScene::goodReply(const QByteArray &data) {
     return request.replyLength < 1 ? QByteArray() : withCrc(reply.leftJustified(request.replyLength - 2, '\0', true));
 }
 
-void DriverScene::queue(const std::string &calls) {
-    std::istringstream words(calls);
+void DriverScene::queue(const std::string &requests) {
+    std::istringstream words(requests);
     for (std::string word, verb; words >> word;) {
         if (word.find('@') == std::string::npos) {
             verb = word;
@@ -73,7 +73,7 @@ void DriverScene::queue(const std::string &calls) {
         verb == "write"    ? AddListWriteVar(&var, 1)
         : verb == "read"   ? AddListOnceReadVar(&var, 1)
         : verb == "cyclic" ? AddListReadVar(&var)
-                           : throw std::logic_error("no such verb: " + calls);
+                           : throw std::logic_error("no such verb: " + requests);
     }
 }
 

@@ -28,8 +28,8 @@ public:
     static int exchange();  // sends and gets a good reply
     static QByteArray goodReply(const QByteArray &data = QByteArray());
 
-    static void queue(const std::string &calls);  // as they stand: "write 7@100+1=3412 read 7@1+1 7@2+1 cyclic 8@1+1"
-    static int setValues(const char *variable);   // values as data, owner and item: "7@100+1=3412:3/4"
+    static void queue(const std::string &requests);  // as they stand: "write 7@1+1=3412 read 7@1+1 7@2+1 cyclic 8@1+1"
+    static int setValues(const char *variable);      // values as data, owner and item: "7@100+1=3412:3/4"
     static QByteArray getValues(const char *variable, int expectedResult = 1);
     static std::string left();  // the queue of writes, that of one-shot reads, the cyclic list
 
