@@ -46,6 +46,7 @@ TEST(BitWrite, ReadsAndWritesTheWholeWord) {
     expectRequest(halves.write, record("8@2+1=0000:3/4^5"), withCrc("0106 1f42 0000"), 8, 0, 0);
     EXPECT_EQ(otherFields(halves.read.var), ", 37: 4 0 0 0 -1 0");
     EXPECT_EQ(otherFields(halves.write.var), ", 37: 4 1 0 0 0 0");
+    EXPECT_EQ(bitWrite(record("15@-17+1")).read.var.address, -1);
 }
 
 // Frames cut short, and all frames by a reply too short, stay as they are.

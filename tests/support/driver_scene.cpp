@@ -37,11 +37,6 @@ void DriverScene::restart() {
         });
 }
 
-QByteArray DriverScene::send() {
-    const Protocol *request = ComCommunication();
-    return request == nullptr ? QByteArray() : request->frame;
-}
-
 int DriverScene::answer(const QByteArray &reply) {
     QByteArray received(reply);
     const RW_VAR *result = DataCom(&received, received.size());
@@ -49,11 +44,6 @@ int DriverScene::answer(const QByteArray &reply) {
     EXPECT_EQ(received, reply);
     EXPECT_TRUE(result->data.isEmpty());
     return result->retValue;
-}
-
-int DriverScene::exchange() {
-    EXPECT_FALSE(send().isEmpty());
-    return answer(goodReply());
 }
 
 QByteArray DriverScene::goodReply(const QByteArray &data) {
@@ -89,10 +79,6 @@ QByteArray DriverScene::getValues(const char *variable, int expectedResult) {
     const int result = GetRegisterData(QString(), var.elemType, var.addressText, var.station, out, var.count);
     EXPECT_EQ(result, expectedResult) << variable;
     return out;
-}
-
-std::string DriverScene::left() {
-    return listText(PLC_driver.writeVarList + PLC_driver.onceReadVarList + PLC_driver.readVarList);
 }
 
 void DriverScene::play(const char *transcript) {

@@ -21,17 +21,28 @@ public:
     /// A new driver, bound to settings: frame limit 32, stations of their own, no retries, device-write mode.
     static void restart();
 
-    static QByteArray send();  // frame of the request handed out; empty: nothing to send
+    /// Frame of the request handed out; empty: nothing to send.
+    static QByteArray send() {
+        const Protocol *request = ComCommunication();
+        return request == nullptr ? QByteArray() : request->frame;
+    }
     static int answer(const QByteArray &reply);
     static int answer(const char *hexWithoutCrc) { return answer(withCrc(hexWithoutCrc)); }
     static int noReply() { return answer(QByteArray()); }
-    static int exchange();  // sends and gets a good reply
+    /// Sends and gets a good reply.
+    static int exchange() {
+        EXPECT_FALSE(send().isEmpty());
+        return answer(goodReply());
+    }
     static QByteArray goodReply(const QByteArray &data = QByteArray());
 
     static void queue(const std::string &requests);  // as they stand: "write 7@1+1=3412 read 7@1+1 7@2+1 cyclic 8@1+1"
     static int setValues(const char *variable);      // values as data, owner and item: "7@100+1=3412:3/4"
     static QByteArray getValues(const char *variable, int expectedResult = 1);
-    static std::string left();  // the queue of writes, that of one-shot reads, the cyclic list
+    /// The queue of writes, that of one-shot reads, the cyclic list.
+    static std::string left() {
+        return listText(PLC_driver.writeVarList + PLC_driver.onceReadVarList + PLC_driver.readVarList);
+    }
 
     /// One exchange a row under the titles exchange, queued, sent, reply, code, callbacks, result, left. queued: what
     /// the host queues first. sent, reply: without their CRC; nothing sent: nothing to send.

@@ -31,8 +31,8 @@ private:
 /// The cases of a table.
 std::vector<TableRow> table(const std::string &text);
 
-/// A table out of a file beside the test: cases("vars/write_cut", "bits") stands in tests/vars/write_cut.cases under
-/// [bits]. A file or a section that is not there ends the test.
+/// A table out of a file beside the test: cases("vars/request_queue", "writes") stands under [writes] in
+/// tests/vars/request_queue.cases. A file or a section that is not there ends the test.
 std::string cases(const char *file, const char *section);
 
 /// Expects in the column of each case the text that outcome makes of the case.
