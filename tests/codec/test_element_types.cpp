@@ -1,5 +1,3 @@
-#include "codec/element_types.h"
-
 #include "support/record_text.h"
 
 namespace {
@@ -21,22 +19,11 @@ TEST(ElementTypes, EveryCode) {
         EXPECT_EQ(updateRwVar(&var), code < 0 || code > 21 ? 1 : 0);
         EXPECT_EQ(listText({var}), row.text("37+3"));
     }
-}
-
-TEST(ElementTypes, StartAddressesOfAddressesThatNoControllerHas) {
-    const int cases[][3] = {
-        {7, 23535, 65535}, {7, 23536, 0}, {7, INT_MAX, 41999}, {13, INT_MAX, 9486}, {13, INT_MIN, 9300}};
-    for (const auto &[code, address, low16Bits] : cases) {
-        EXPECT_EQ(startAddress(code, address) & 0xFFFF, low16Bits) << code << "@" << address;
-    }
-}
-
-TEST(ElementTypes, NormalisedVariable) {
-    expectColumn(cases("codec/element_types", "normalised variable"), "normalised", [](const TableRow &row) {
+    for (const TableRow &row : table(cases("codec/element_types", "normalised variable"))) {
         RW_VAR var = record(row["given"]);
         updateRwVar(&var);
-        return listText({var});
-    });
+        EXPECT_EQ(listText({var}), row.text("normalised")) << row.line();
+    }
 }
 
 }  // namespace

@@ -8,53 +8,46 @@ using Dispatch = DriverScene;
 // Only a checked reply is stored, and only of the own node; length is what DataCom was told, not what the reply has.
 
 TEST_F(Dispatch, RepliesToARead) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): not looked into
+    QByteArray *const nothing = reinterpret_cast<QByteArray *>(alignof(QByteArray));
     for (const TableRow &row : table(cases("driver/dispatch", "replies"))) {
         SCOPED_TRACE(row.line());
         restart();
+        settings.localNode = row.number("own node");
         settings.remoteMode = row.number("remote mode");
-        queueOnceRead(row["request"]);
+        queue("read " + row.text("request"));
         PLC_driver.onceReadVarList[0].accessFlag = row.number("access");
         send();
-        QByteArray reply = bytes(row["bytes"]);
-        EXPECT_EQ(DataCom(&reply, row.number("length"))->retValue, row.number("code"));
+        const std::string text = row["bytes"];
+        QByteArray received = bytes(row["bytes"]);
+        QByteArray *const reply = text == "null" ? nullptr : text == "nothing" ? nothing : &received;
+        EXPECT_EQ(DataCom(reply, row.number("length"))->retValue, row.number("code"));
         EXPECT_EQ(cacheText(), row["stored"]);
     }
-    queueOnceRead("7@100+1");
-    send();
-    EXPECT_EQ(DataCom(nullptr, 7)->retValue, 41) << "null is an empty reply";
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): neither length is one that is looked into
-    QByteArray *const nothing = reinterpret_cast<QByteArray *>(alignof(QByteArray));
-    for (const int length : {0, 8}) {
-        queueOnceRead("7@100+1");
-        send();
-        EXPECT_EQ(DataCom(nothing, length)->retValue, length == 0 ? 41 : 71);
-    }
-    settings.localNode = 4;
-    queueOnceRead("7@100+1^4");
-    EXPECT_EQ(exchange(), 1) << "of the own node";
 }
+
+// Cyclic reads rotate, done or failed.
 
 TEST_F(Dispatch, RetriesThenFailure) {
     settings.retryTimes = 2;
-    PLC_driver.readCycleCount = 1;
+    PLC_driver.readCycleCount = 2;
     play(R"(
-        exchange      | queued         | sent           | reply        | code | callbacks | result  | left
-        nothing came  | cyclic 7@100+1 | 0103 0064 0001 |              | 0    |           | 0/0@0+0 | 7@100+1
-        nothing came  |                | 0103 0064 0001 |              | 0    |           | 0/0@0+0 | 7@100+1
-        good          |                | 0103 0064 0001 | 0103 02 1234 | 1    |           | 7@100+1 | 7@100+1
-        wrong station |                | 0103 0064 0001 | 0203 02 1234 | 11   | list 0    | 7@100+1 | 7@100+1)");
+        exchange      | queued             | sent           | reply        | code | callbacks | result  | left
+        nothing came  | cyclic 7@1+1 7@2+1 | 0103 0001 0001 |              | 0    |           | 0/0@0+0 | 7@1+1 7@2+1
+        nothing came  |                    | 0103 0001 0001 |              | 0    |           | 0/0@0+0 | 7@1+1 7@2+1
+        good          |                    | 0103 0001 0001 | 0103 02 1234 | 1    |           | 7@1+1   | 7@2+1 7@1+1
+        wrong station |                    | 0103 0002 0001 | 0203 02 1234 | 11   | list 0    | 7@2+1   | 7@1+1 7@2+1)");
     EXPECT_EQ(PLC_driver.comFailed, 1);
-    for (const int count : {settings.retryCount, PLC_driver.readCycleCount, settings.cycleDone}) {
-        EXPECT_EQ(count, 0);
-    }
+    EXPECT_EQ(std::make_tuple(settings.retryCount, PLC_driver.readCycleCount, settings.cycleDone),
+              std::make_tuple(0, 0, 0));
+    EXPECT_EQ(PLC_driver.readVarList.at(0).retValue, 0);
+    EXPECT_EQ(PLC_driver.readVarList.at(1).retValue, 0);
     exchange();
     EXPECT_EQ(PLC_driver.comFailed, 0);
 }
 
 TEST_F(Dispatch, PassIsDoneWithOneOperationMoreThanEntries) {
-    addCyclic("7@1+1 7@2+1");
-    queueWrite("7@3+1=0100");  // counts as well
-    queueOnceRead("7@4+1^2");  // does not
+    queue("cyclic 7@1+1 7@2+1 write 7@3+1=0100 read 7@4+1^2");  // the write counts as well, the other node's read not
     const int operations[][2] = {{0, 1}, {0, 1}, {0, 2}, {1, 0}, {1, 0}};
     for (const auto &[cycleDone, readCycleCount] : operations) {
         exchange();
@@ -76,27 +69,38 @@ TEST_F(Dispatch, BothHalvesOfABitWriteAreOneOperation) {
         of another node      | write 15@32+1=01:3/4^4 | 0103 0002 0001 | 0103 02 0100  | 1    |                    | 15@32+1:3/4   | 15@32+1=01:3/4^4
         its write            |                       | 0106 0002 0101 | 0106 0002 0101 | 100  | done 3/4           | 15@32+1:3/4^4 |)");
     EXPECT_EQ(cacheText(), "01080002=0000 01090001=3412");
-}
-
-TEST_F(Dispatch, NoBitWriteToComplete) {
-    queueWrite("15@35+1=01");
+    queue("write 15@35+1=01");
     send();
     QByteArray reply = withCrc("010302ffff");
     const QMutexLocker lock(&PLC_driver.listMutex);
     PLC_driver.writeVarList.clear();
-    SaveToLocalDataErea(&reply);
-    EXPECT_EQ(PLC_driver.protocolList.takeLast().frame, withCrc("0106 0002 0000"));
-    PLC_driver.writeVarList = records("15@35+1=01");
-    SaveToLocalDataErea(&reply);  // no second request
-    EXPECT_EQ(PLC_driver.protocolList.size(), 1);
+    SaveToLocalDataErea(&reply);  // no write to complete
+    EXPECT_EQ(PLC_driver.protocolList.at(1).frame, withCrc("0106 0002 0000"));
 }
 
-TEST_F(Dispatch, KeyOfAnElementInTheDriversCache) {
-    ControlInformationM element = {1, 7, 100, -1};
-    const QMutexLocker lock(&PLC_driver.cacheMutex);
-    EXPECT_EQ(ExtendFindSameVar(element), 0x01070064U);
-    EXPECT_EQ(element.address, 100);
-    EXPECT_EQ(cacheText(PLC_driver.valueCache), "01070064=0000");
+TEST_F(Dispatch, UnboundDriverRefusesAndKeepsEverything) {
+    queue("write 7@1+1=0100 read 7@2+1 cyclic 7@3+1");
+    const QByteArray outstanding = send();
+    SetComInfo(nullptr);
+    RW_VAR var = record("7@5+1");
+    QList<ReadVarEntry> entries = {ReadVarEntry()};
+    for (const int mode : {0, 1}) {
+        for (const int refused : {AddListOnceReadVar(&var, mode), AddListWriteVar(&var, mode), AddListReadVar(&var),
+                                  ReCreatReadVarList(&entries), setValues("7@5+1=0100")}) {
+            EXPECT_EQ(refused, 0);
+        }
+    }
+    EXPECT_EQ(ComCommunication(), nullptr);
+    EXPECT_EQ(answer("0106 0001 0001"), 1);
+    EXPECT_EQ(getValues("1@5+3", 0), QByteArray(6, '\0'));
+    EXPECT_EQ(QueryFinishFlag(), 1);
+    SetComInfo(&settings);
+    RegistCallBackFuncIntf(nullptr, nullptr);
+    EXPECT_EQ(left(), "7@1+1=0100 7@2+1 7@3+1");
+    EXPECT_EQ(cacheText(), "01070001=0100");
+    EXPECT_EQ(send(), outstanding);
+    EXPECT_EQ(noReply(), 41);
+    EXPECT_EQ(takeCallbacks(), "") << "callbacks that are not there are skipped";
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "driver/Communication_Protocol.h"
 #include "korvel_dravo_port.h"
@@ -14,43 +15,49 @@ std::string cacheText();
 
 class DriverScene : public ::testing::Test {
 public:
-    DriverScene();
-    ~DriverScene() override;
+    DriverScene() { restart(); }
+    ~DriverScene() override { reset(); }
 
-    /// An empty driver bound to settings: frame limit 32, stations of their own, no retries, device-write mode.
-    void restart();
+    /// A new driver, bound to settings: frame limit 32, stations of their own, no retries, device-write mode.
+    static void restart();
 
-    QByteArray send();       // frame of the request handed out; empty: nothing to send
-    std::string sendKind();  // W, O, C or - for a write, a one-shot read, a cyclic read, nothing
+    /// Frame of the request handed out; empty: nothing to send.
+    static QByteArray send() {
+        const Protocol *request = ComCommunication();
+        return request == nullptr ? QByteArray() : request->frame;
+    }
     static int answer(const QByteArray &reply);
     static int answer(const char *hexWithoutCrc) { return answer(withCrc(hexWithoutCrc)); }
     static int noReply() { return answer(QByteArray()); }
-    int exchange();  // sends and gets a good reply
+    /// Sends and gets a good reply.
+    static int exchange() {
+        EXPECT_FALSE(send().isEmpty());
+        return answer(goodReply());
+    }
     static QByteArray goodReply(const QByteArray &data = QByteArray());
 
-    static void queueWrite(const std::string &variables);  // all three: as they stand
-    static void queueOnceRead(const std::string &variables);
-    static void addCyclic(const std::string &variables);
-    static void queue(const std::string &call);  // "write 7@100+1=3412", "read ...", "cyclic ..."
-    static int setValues(const char *variable);  // values as data, owner and item: "7@100+1=3412:3/4"
+    static void queue(const std::string &requests);  // as they stand: "write 7@1+1=3412 read 7@1+1 7@2+1 cyclic 8@1+1"
+    static int setValues(const char *variable);      // values as data, owner and item: "7@100+1=3412:3/4"
     static QByteArray getValues(const char *variable, int expectedResult = 1);
+    /// The queue of writes, that of one-shot reads, the cyclic list.
+    static std::string left() {
+        return listText(PLC_driver.writeVarList + PLC_driver.onceReadVarList + PLC_driver.readVarList);
+    }
 
     /// One exchange a row under the titles exchange, queued, sent, reply, code, callbacks, result, left. queued: what
-    /// the host queues first (write, read, cyclic). sent, reply: without their CRC; nothing sent: nothing to send.
-    /// left: the queues and the cyclic list.
-    void play(const char *transcript);
+    /// the host queues first. sent, reply: without their CRC; nothing sent: nothing to send.
+    static void play(const char *transcript);
     /// The callbacks since the last call: "done 3/4, failed 3/4, list 3" (owner, item; owner).
-    void expectCallbacks(const std::string &expected);
+    static std::string takeCallbacks() { return std::exchange(calls, std::string()); }
 
-    ComInfo settings;
-    std::function<void(QList<RW_VAR> *)> duringCallback;  // list: null in the callback for one variable
+    static inline ComInfo settings;
+    static inline std::function<void(QList<RW_VAR> *)> duringCallback;  // list: null in the callback for one variable
 
 private:
-    static void onVariable(void *context, int ownerId, int itemId, int code);
-    static void onList(QList<RW_VAR> *list, int ownerId, int code);
-    void called(const std::string &callback, QList<RW_VAR> *list);
+    static void reset();
+    static void called(const std::string &callback, QList<RW_VAR> *list);
 
-    std::string calls;
+    static inline std::string calls;
 };
 
 #endif  // DRAVO_TESTS_DRIVER_SCENE_H

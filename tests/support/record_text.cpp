@@ -3,27 +3,20 @@
 #include <QtCore/QRegExp>
 #include <QtCore/QStringList>
 #include <stdexcept>
+#include <tuple>
 
 QList<RW_VAR> records(const std::string &text) {
     QRegExp match(
-        QString::fromLatin1("(?:(-?\\d+)/)?(-?\\d+)@([^+]*)\\+(-?\\d+)(?:=(\\w*))?(?::(\\d+)/(\\d+))?"
-                            "(?:\\^(\\d+))?"));
+        QLatin1String("(?:(-?\\d+)/)?(-?\\d+)@([^+]*)\\+(-?\\d+)(?:=(\\w*))?(?::(\\d+)/(\\d+))?(?:\\^(\\d+))?"));
     QList<RW_VAR> list;
     for (const QString &word : QString::fromStdString(text).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
         if (!match.exactMatch(word)) {
             throw std::logic_error("no request: " + text);
         }
-        RW_VAR var = RW_VAR();
-        var.station = match.cap(1).isEmpty() ? 1 : match.cap(1).toInt();
-        var.elemType = match.cap(2).toInt();
-        var.addressText = match.cap(3);
-        var.address = match.cap(3).toInt();
-        var.count = match.cap(4).toInt();
-        var.data = QByteArray::fromHex(match.cap(5).toLatin1());
-        var.ownerId = match.cap(6).toInt();
-        var.itemId = match.cap(7).toInt();
-        var.nodeId = match.cap(8).toInt();
-        list.append(var);
+        const auto number = [&match](int part) { return match.cap(part).toInt(); };
+        list.append({number(6), number(7), 0, 0, number(8), 0, QString(), match.cap(3), number(2), number(3),
+                     match.cap(1).isEmpty() ? 1 : number(1), number(4), 0, 0,
+                     QByteArray::fromHex(match.cap(5).toLatin1())});
     }
     return list;
 }
@@ -45,16 +38,17 @@ std::string listText(const QList<RW_VAR> &list) {
     return words.join(QLatin1Char(' ')).toStdString();
 }
 
+std::string otherFields(const RW_VAR &var) {
+    return qPrintable(var.label + QLatin1String(", ") + var.addressText +
+                      QString::asprintf(": %d %d %d %d %d %d", var.itemId, var.accessFlag, var.remoteMode, var.retValue,
+                                        var.param1, var.param2));
+}
+
 QList<ReadVarEntry> hostEntries(const std::string &text) {
     QList<ReadVarEntry> entries;
-    for (const RW_VAR &variable : records(text)) {
-        ReadVarEntry entry = ReadVarEntry();
-        entry.elemType = static_cast<unsigned char>(variable.elemType);
-        entry.station = static_cast<unsigned char>(variable.station);
-        entry.addressText = variable.addressText;
-        entry.label = QString::fromLatin1("v%1").arg(entries.size());
-        entry.count = variable.count;
-        entries.append(entry);
+    for (const RW_VAR &var : records(text)) {
+        const QString label = QString::fromLatin1("v%1").arg(entries.size());
+        entries.append({0, uchar(var.elemType), uchar(var.station), {}, var.addressText, label, var.count});
     }
     return entries;
 }
@@ -71,9 +65,7 @@ std::string cacheText(const ValueCache &cache) {
 void expectRequest(const Protocol &request, const RW_VAR &var, const QByteArray &frame, int replyLength, int dataOffset,
                    int dataLength) {
     EXPECT_EQ(request.frame, frame);
-    EXPECT_EQ(request.frameLength, frame.size());
-    EXPECT_EQ(request.replyLength, replyLength);
-    EXPECT_EQ(request.dataOffset, dataOffset);
-    EXPECT_EQ(request.dataLength, dataLength);
+    EXPECT_EQ(std::make_tuple(request.frameLength, request.replyLength, request.dataOffset, request.dataLength),
+              std::make_tuple(frame.size(), replyLength, dataOffset, dataLength));
     EXPECT_EQ(listText({request.var}), listText({var}));
 }

@@ -17,6 +17,9 @@ QList<RW_VAR> records(const std::string &text);
 RW_VAR record(const std::string &text);
 std::string listText(const QList<RW_VAR> &list);
 
+/// The fields that listText leaves out: "label, addressText: itemId accessFlag remoteMode retValue param1 param2".
+std::string otherFields(const RW_VAR &var);
+
 /// The same requests as a host's variables, labelled v0, v1, ...
 QList<ReadVarEntry> hostEntries(const std::string &text);
 

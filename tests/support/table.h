@@ -6,12 +6,13 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
 class TableRow {
 public:
-    TableRow(const std::vector<std::string> &titles, const std::vector<std::string> &fields, const std::string &text);
+    TableRow(const std::vector<std::string> &titles, const std::string &line);
 
     /// The field of a column as it stands; blanks around it are dropped.
     const std::string &text(const char *title) const;
@@ -23,21 +24,20 @@ public:
     const std::string &line() const { return line_; }
 
 private:
-    std::vector<std::string> titles_;
-    std::vector<std::string> fields_;
+    std::map<std::string, std::string> fields_;  // by title
     std::string line_;
 };
 
 /// The cases of a table.
-std::vector<TableRow> table(const char *text);
+std::vector<TableRow> table(const std::string &text);
 
-/// A table out of a file beside the test: cases("vars/write_cut", "bits") stands in tests/vars/write_cut.cases under
-/// [bits]. A file or a section that is not there ends the test.
-const char *cases(const char *file, const char *section);
+/// A table out of a file beside the test: cases("vars/request_queue", "writes") stands under [writes] in
+/// tests/vars/request_queue.cases. A file or a section that is not there ends the test.
+std::string cases(const char *file, const char *section);
 
 /// Expects in the column of each case the text that outcome makes of the case.
 template <typename Outcome>
-void expectColumn(const char *cases, const char *title, Outcome outcome) {
+void expectColumn(const std::string &cases, const char *title, Outcome outcome) {
     for (const TableRow &row : table(cases)) {
         EXPECT_EQ(outcome(row), row.text(title)) << row.line();
     }
