@@ -56,17 +56,14 @@ struct RefusingController {
     }
     void ask(const dravo::ElementRange &request) {
         if (isGood(request)) {
-            answers.append(request);
             walls.answered(group(), request);
         } else {
             said += walls.refused(group(), request, wanted(), 0).text(group()) + QLatin1Char('\n');
         }
     }
-    /// @return whether nothing was refused.
-    bool pass(const Requests &requests) {
-        answers.clear();
+    void pass(Requests requests) {
+        std::shuffle(requests.begin(), requests.end(), random);
         std::for_each(requests.begin(), requests.end(), [this](const dravo::ElementRange &request) { ask(request); });
-        return answers == requests;
     }
     /// Requests cut without regard of variables, as another merge may make them.
     Requests otherMerge() const {
@@ -77,15 +74,13 @@ struct RefusingController {
         return requests;
     }
 
-    /// The parts of the variables that must lie in one request each.
-    Requests valuesOf(const Variables &variables) const {
+    /// The parts of a variable that must lie in one request each.
+    Requests valuesOf(const dravo::WantedRange &range) const {
         Requests values;
-        for (const dravo::WantedRange &range : variables) {
-            for (int first = range.address; first < range.address + range.elements(); first += range.unit) {
-                const bool halved = range.unit == 2 && (limits.elementsPerRead == 1 || first + 1 == limits.bound);
-                for (int part = 0; part < range.unit; part += halved ? 1 : range.unit) {
-                    values.append({first + part, halved ? 1 : range.unit});
-                }
+        for (int first = range.address; first < range.address + range.elements(); first += range.unit) {
+            const bool halved = range.unit == 2 && (limits.elementsPerRead == 1 || first + 1 == limits.bound);
+            for (int part = 0; part < range.unit; part += halved ? 1 : range.unit) {
+                values.append({first + part, halved ? 1 : range.unit});
             }
         }
         return values;
@@ -101,7 +96,6 @@ struct RefusingController {
     std::set<int> refused;
     Variables watched;
     dravo::RequestWalls walls{kRetryUs};
-    Requests answers;  // of the last pass
     QString said;
 };
 
