@@ -1,5 +1,5 @@
-// dravo-host reads and writes every element type on both sides of every bound of the address map, by Modbus and by
-// remote frames, against the controllers' memory as seen from behind.
+// dravo-host writes, reads and shows every element type on both sides of every bound of the address map, by Modbus and
+// by remote frames, against the controllers' memory as seen from behind.
 #include <numeric>
 
 #include "e2e/program.h"
@@ -23,7 +23,6 @@ const char kElements[] = R"(
     9    | 254     | r9254 r9255 r11000
     10   | 7       | r9507
     11   | 9       | r8509 r8510
-    12   | 7996    | p7996,7997 p7998,7999 p50000,50001
     12   | 7995    | p7995,7996 p7997,7998 p7999,50000 p50001,50002
     13   | 254     | p9808,9809 p9810,9811 p10000,10001
     14   | 255     | p8255,12000 p12001,12002
@@ -37,7 +36,8 @@ const char kElements[] = R"(
 
 class AllClasses : public ::testing::Test {
 protected:
-    void SetUp() override {
+    AllClasses() {
+        SimulatedLineOptions options;
         options.stations = {1, 2};
         options.remoteNode = 9;
         options.moving = false;
@@ -48,19 +48,17 @@ protected:
         }
     }
 
-    // What the memory holds at the places, or the complement.
-    QString valuesAt(int station, const TableRow &element, quint32 inverted = 0) const {
+    // What station 2 holds at the places, or the complement.
+    QString valuesAt(const QString &places, quint32 inverted = 0) const {
         QStringList values;
-        for (const QString &place : QString(element["places"]).split(' ')) {
+        for (const QString &place : places.split(' ')) {
             const char kind = place.at(0).toLatin1();
-            const int first = place.mid(1).section(',', 0, 0).toInt();
             const int last = place.mid(1).section(',', -1).toInt();
-            const quint32 high = line->holdingRegister(station, first);
-            const quint32 value = kind == 'c'   ? line->coil(station, first)
+            const quint32 high = line->holdingRegister(2, place.mid(1).section(',', 0, 0).toInt());
+            const quint32 value = kind == 'c'   ? line->coil(2, last)
                                   : kind == 'b' ? high >> last
-                                                : high << 16 | line->holdingRegister(station, last);
-            const quint32 mask = kind == 'p' ? 0xFFFFFFFF : kind == 'r' ? 0xFFFF : 1;
-            values.append(QString::number((value ^ inverted) & mask));
+                                                : high << 16 | line->holdingRegister(2, last);
+            values += QString::number((value ^ inverted) & (kind == 'p' ? 0xFFFFFFFF : kind == 'r' ? 0xFFFF : 1));
         }
         return values.join(' ');
     }
@@ -80,43 +78,38 @@ protected:
         return output;
     }
 
-    SimulatedLineOptions options;
     std::unique_ptr<SimulatedLine> line;
 };
 
-TEST_F(AllClasses, MonitorShowsWhatTheControllersHold) {
-    QString rows;
-    QString expected;
-    for (const TableRow &element : table(kElements)) {
-        const QString tag = QString("\"a, \"\"b\"\"\",%1,%2,2,").arg(element["type"], element["address"]);
-        const QString values = valuesAt(2, element);
-        rows += tag + QString::number(values.count(' ') + 1) + '\n';
-        expected += tag + "fresh," + values + ",,\n";
-    }
-    const TagFile tags(rows.toUtf8());
-    for (const char *option : {"--frame-limit=1", "--frame-limit=125", "--merge=time", "--remote-node=9"}) {
-        QString shown = run("monitor --passes 1 --format csv --tags " + tags.fileName() + ' ' + option);
-        shown.replace(QRegExp("\n1,[^,]*,"), "\n").replace(QRegExp("fresh,\\d+,"), "fresh,");  // pass, time, age
-        EXPECT_EQ(shown.section('\n', 1).toStdString(), expected.toStdString()) << option;
-    }
-}
-
-TEST_F(AllClasses, WriteChangesTheNamedElementsAndNothingElse) {
-    for (const TableRow &element : table(kElements)) {
-        for (const char *option : {"", " --remote-node 9"}) {
-            SCOPED_TRACE(element.line() + option);
+TEST_F(AllClasses, AreWrittenAndShownAndNothingElseChanges) {
+    const std::vector<TableRow> elements = table(kElements);
+    for (const char *options : {" --frame-limit 3", " --frame-limit 125", " --remote-node 9"}) {
+        for (const TableRow &element : elements) {
+            SCOPED_TRACE(element.line() + options);
+            const QString places = element["places"];
             const auto before = memory();
-            const QString values = valuesAt(2, element, 0xFFFFFFFF);
+            const QString values = valuesAt(places, 0xFFFFFFFF);
             const QString write = QString("write %1 %2 ").arg(element["type"], element["address"]);
-            const QString output = run(write + values + " --station 2" + option);
-            EXPECT_EQ(valuesAt(2, element), values);
+            const QString output = run(write + values + " --station 2" + options);
+            EXPECT_EQ(valuesAt(places), values);
             EXPECT_EQ(output.count(' ' + values + '\n'), 2) << "written, read back: " << output.toStdString();
             const auto after = memory();
             const auto differ = [](quint32 a, quint32 b) { return int(qPopulationCount(a ^ b)); };
-            const QString places = element["places"];
             EXPECT_EQ(std::inner_product(before.begin(), before.end(), after.begin(), 0, std::plus<>(), differ),
                       places.count('p') * 32 + places.count('r') * 16 + places.count(QRegExp("[bc]")));
         }
+        QString rows;
+        QString expected;
+        for (const TableRow &element : elements) {
+            const QString values = valuesAt(element["places"]);
+            rows += QString("all,%1,%2,2,").arg(element["type"], element["address"]);
+            rows += QString::number(values.count(' ') + 1) + '\n';
+            expected += values + '\n';
+        }
+        const TagFile tags(rows.toUtf8());
+        QString shown = run("monitor --passes 1 --format csv --tags " + tags.fileName() + options);
+        shown = shown.section('\n', 1).replace(QRegExp("1,[^\n]*,fresh,\\d+,([^,]*),,"), "\\1");
+        EXPECT_EQ(shown.toStdString(), expected.toStdString()) << options;
     }
 }
 
