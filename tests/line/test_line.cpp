@@ -6,6 +6,7 @@
 
 #include "line/desk.h"
 #include "line/soak.h"
+#include "line/station_backoff.h"
 
 using dravo::Condition;
 using dravo::LineEvent;
@@ -49,6 +50,9 @@ TEST(Line, StatesFollowReadsWritesRefusalsAndADeadStation) {
     faults.refusedFrom = 110;  // in a gap between two variables, and in one of its own
     dravo::LineSettings settings = at9600();
     settings.passPeriodUs = kSecond;
+    settings.downAfter = 0;  // never
+    EXPECT_FALSE(dravo::StationBackoff(settings).missed(3, 0, 0));
+    settings.downAfter = 3;
     Desk desk(settings, faults, wireAt9600());
     const dravo::Variable watched = variable(3, 7, "40", 2);
     const QVector<dravo::Variable> around = {variable(1, 7, "104"), variable(1, 12, "107"),
@@ -68,7 +72,7 @@ TEST(Line, StatesFollowReadsWritesRefusalsAndADeadStation) {
     EXPECT_EQ(conditionAt(1.5, 2 * kSecond), Condition::Fresh);
     EXPECT_EQ(conditionAt(1.5, 4 * kSecond), Condition::Stale);
     desk.line.write(watched, QByteArray(4, '\x01'));
-    EXPECT_EQ(conditionAt(1.6), Condition::Stale) << "done, and not read back";
+    EXPECT_EQ(conditionAt(2.1), Condition::Stale) << "done, and not read back";
     EXPECT_EQ(conditionAt(4), Condition::Fresh);
     EXPECT_EQ(dravo::Line::values(watched), QByteArray(4, '\x01'));
     for (const dravo::Variable &one : around) {

@@ -126,6 +126,8 @@ TEST(ReadPlan, LimitsCostsAndRangesOfAnySize) {
                               {23535, INT_MAX, 2}};
     EXPECT_EQ(planReads({beyond, readLimits(7, 32)}, ReadCost({9600, 11, 8, 0}), Refusals()),
               (Requests{{100, 8}, {108, 32}, {23535, 1}}));
+    const Variables asFastAlone = {{0, 1, 1}, {115, 1, 1}};
+    EXPECT_EQ(planReads({asFastAlone, readLimits(1, 28)}, ReadCost({9600, 12, 1, 0}), Refusals()).size(), 1);
 }
 
 TEST(RequestWalls, GapsThenVariablesThenRefusedAndHealed) {
@@ -206,6 +208,9 @@ TEST(ReadPlan, FourPassesLearnAnythingAndNoCutsAreFaster) {
             const int spans[] = {16, 80, 960 / scene.limits.bitsPerElement};
             const int most = scene.below(2) == 0 ? 7 : 14;
             scene.watch(before + scene.drawnVariables(most, spans[scene.below(3)], scene.below(4) == 0 ? 20 : 3));
+            for (int others = scene.below(9); others > 0; --others) {  // cut by another merge
+                scene.ask({scene.base + scene.below(40), 1 + scene.below(scene.limits.elementsPerRead)});
+            }
             for (int pass = 0; pass < 3; ++pass) {
                 scene.pass(scene.plan());
                 expectBestPlan(scene, false);
