@@ -12,8 +12,6 @@ namespace {
 TEST(ReplyTimes, QuantilesAndHistogramOfASortedVector) {
     std::mt19937_64 random(1);
     const qint64 open = ReplyTimes::bucketStartUs(ReplyTimes::kBuckets - 1);
-    EXPECT_LT(open, 3600000000);
-    EXPECT_EQ(ReplyTimes().quantileUs(50), 0);
     for (const int size : {1, 1, 1, 1, 1, 1, 2, 3, 99, 100, 101, 5000}) {
         ReplyTimes times;
         std::vector<qint64> sorted;

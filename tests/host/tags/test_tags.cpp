@@ -16,7 +16,7 @@ TEST(TagList, TakesWhatSpreadsheetsWrite) {
                                       "\r\n\n"
                                       "\"two\r\nlines\",\"15\",\"12.3\",247,2000\n"
                                       "\xc3\xb6l,1,177777,1,1");
-    QString tags;
+    QString tags = list.faults.join('\n');
     for (const dravo::Variable &variable : list.variables) {
         tags += variable.label + '|' + variable.addressText + '|' + QString::number(variable.count) + ' ';
     }
@@ -43,7 +43,7 @@ TEST(TagList, ReportsEveryFaultWithLineAndColumn) {
         a"b,7,1,1,1          | line 12, column 1 (label)
         a,"7"x,1,1,1         | line 13, column 2 (type)
         "a&b",7,1,1,0        | line 14, column 5 (count)
-        a,7,1,1,"1&b         | line 16, column 5 (count))")) {
+        a,7,1,1,"1           | line 16, column 5 (count))")) {
         text += row["line"] + QByteArray("\n");
         expected += row["faults"];
     }
