@@ -28,7 +28,10 @@ public:
 class Program : public QProcess {
 public:
     explicit Program(const QStringList &arguments) { start(DRAVO_HOST_PROGRAM, arguments); }
-    ~Program() override { end(); }
+    ~Program() override {
+        terminate();
+        waitForFinished();
+    }
 
     /// What it writes to its standard output, until it ends.
     QString output() {
@@ -43,10 +46,6 @@ public:
             said += readLine();
         }
         return said.contains(text);
-    }
-    void end() {
-        terminate();
-        waitForFinished();
     }
 };
 

@@ -42,7 +42,8 @@ TEST(Monitor, ShowsNoWrongValueAndOpensTheLineAgainOnceItIsBack) {
     EXPECT_TRUE(QFile::remove(device) && QFile::link(line->device().c_str(), device));
     EXPECT_TRUE(patient.says(QProcess::StandardError, "open again"));
     EXPECT_TRUE(patient.says(QProcess::StandardOutput, ",4321,"));
-    patient.end();
+    patient.terminate();
+    EXPECT_TRUE(patient.waitForFinished());
     EXPECT_EQ(patient.exitCode(), 1) << "the line was lost for a while";
 }
 

@@ -113,7 +113,6 @@ TEST(ReadPlan, LimitsCostsAndRangesOfAnySize) {
         const ReadLimits limits = readLimits(type, frameLimit);
         return QList<int>{limits.elementsPerRead, limits.end, limits.dataBytes(2)};
     };
-    EXPECT_EQ(elementsEndAndBytesOfTwo(0, 32), (QList<int>{256, 64336, 1}));
     EXPECT_EQ(elementsEndAndBytesOfTwo(1, INT_MAX), (QList<int>{2000, 65536, 1}));
     EXPECT_EQ(elementsEndAndBytesOfTwo(6, INT_MIN), (QList<int>{8, 55792, 1}));
     EXPECT_EQ(elementsEndAndBytesOfTwo(13, 125), (QList<int>{62, 28024, 8}));

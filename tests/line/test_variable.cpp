@@ -26,10 +26,8 @@ TEST(ValueStates, FollowTheRequestsThatCoverAVariable) {
     };
     expectColumn(R"(
         name                                 | type | address | count | condition, code, age, values read
-        before the first request             |  7   | 99      | 1     | never read, 0, -1, 0
         across a gap at the start            |  7   | 98      | 4     | never read, 0, -1, 0011
         over two requests, one failing       |  7   | 109     | 2     | failing, 71, 4000, 11
-        partly never read                    |  7   | 119     | 2     | failing, 71, -1, 10
         second of two 32-bit values not read | 12   | 117     | 2     | failing, 71, -1, 10
         bits of two words                    | 15   | 99.15   | 2     | never read, 0, -1, 01
         bits of one word                     | 15   | 100.14  | 2     | stale, 0, 4000, 11
