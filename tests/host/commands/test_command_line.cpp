@@ -9,20 +9,18 @@
 
 namespace {
 
-CommandLine parse(const QString &arguments) {
-    return parseCommandLine(QStringList{"dravo-host"} + arguments.split(' ', Qt::SkipEmptyParts));
-}
-
-CommandLine parseWith(QByteArray lines, const QString &arguments) {
+/// lines: of an option file, "&" ends one; empty: there is no file.
+CommandLine parse(QString arguments, QByteArray lines = QByteArray()) {
     QTemporaryFile file;
     EXPECT_TRUE(file.open());
     file.write(lines.replace('&', '\n'));
-    file.flush();
-    return parse(arguments + " --config " + file.fileName());
+    file.close();
+    arguments += lines.isEmpty() ? QString() : " --config " + file.fileName();
+    return parseCommandLine(QStringList{"dravo-host"} + arguments.split(' ', Qt::SkipEmptyParts));
 }
 
 TEST(CommandLine, NamesEveryFault) {
-    // lines: of an option file, "&" ends one. faults: words of each, in their order.
+    // faults: words of each, in their order.
     for (const TableRow &row : table(R"(
         lines                                      | arguments                                                     | faults
                                                    |                                                               | give a command: monitor, read, write or simulate
@@ -45,8 +43,7 @@ TEST(CommandLine, NamesEveryFault) {
         [monitor]&passes=1&seconds=2&give-up=maybe | monitor                                                       | line 4: --give-up 'maybe': give on or off; --passes and --seconds
         [read]&tags=x                              | monitor                                                       | line 2: there is no option 'tags' of a command 'read'
         config=x&help=1&TYPE=7                     | monitor                                                       | no option 'config'; no option 'help'; no option 'TYPE')")) {
-        const bool file = !row.empty("lines");
-        const QStringList faults = (file ? parseWith(row["lines"], row["arguments"]) : parse(row["arguments"])).faults;
+        const QStringList faults = parse(row["arguments"], row["lines"]).faults;
         const QStringList expected = QString(row["faults"]).split("; ", Qt::SkipEmptyParts);
         EXPECT_EQ(faults.size(), expected.size()) << row.line() << '\n' << faults.join('\n').toStdString();
         for (int i = 0; i < expected.size(); ++i) {
@@ -92,11 +89,11 @@ TEST(CommandLine, HelpFitsAndNamesEveryCommand) {
 
 TEST(OptionFile, FillsWhatTheCommandLineLeavesOpen) {
     const char kLines[] = "# all&baud = 9600\r&passes=7&timeout = 70&[read]&timeout = 80&[monitor]&tags = \"a #b = c\"";
-    EXPECT_EQ(parseWith(kLines, "read 7 100").settings.timeoutMs, 80) << "the command's own section";
-    const Options monitor = parseWith(kLines, "monitor --timeout 300").settings;
+    EXPECT_EQ(parse("read 7 100", kLines).settings.timeoutMs, 80) << "the command's own section";
+    const Options monitor = parse("monitor --timeout 300", kLines).settings;
     EXPECT_EQ(QVector<int>({monitor.timeoutMs, monitor.port.baud, *monitor.passes}), QVector<int>({300, 9600, 7}));
     EXPECT_EQ(monitor.tagFile, QString("a #b = c"));
-    EXPECT_TRUE(parseWith(kLines, "monitor").faults.isEmpty());
+    EXPECT_TRUE(parse("monitor", kLines).faults.isEmpty());
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
-// The simulated line as a master sees it, byte by byte: what its stations
-// answer, and that a fault is what it says.
+// The simulated line as a master sees it, byte by byte: what its stations answer, and that a fault is what it says.
 #include "host/simulation/simulated_line.h"
 
 #include <gtest/gtest.h>
@@ -13,21 +12,16 @@ namespace {
 
 constexpr std::chrono::milliseconds kLateBy{40};
 
-std::unique_ptr<SimulatedLine> startLine(const QString &faults = QString()) {
-    SimulatedLineOptions options;
-    options.stations = {1, 2, 247};
-    options.lateBy = kLateBy;
-    options.remoteNode = 9;
-    EXPECT_FALSE(parseFaults(faults, &options)) << faults.toStdString();
-    std::unique_ptr<SimulatedLine> line;
-    const simulation::Failure failure = SimulatedLine::start(options, &line);
-    EXPECT_FALSE(failure) << failure.text();
-    return line;
-}
-
-class Master : public QSerialPort {
+/// A line with these faults, and its first device.
+class Line : public QSerialPort {
 public:
-    explicit Master(const std::string &device) : QSerialPort(QString::fromStdString(device)) {
+    explicit Line(const QString &faults = QString()) {
+        SimulatedLineOptions options;
+        options.stations = {1, 2, 247};
+        options.lateBy = kLateBy;
+        options.remoteNode = 9;
+        EXPECT_FALSE(parseFaults(faults, &options) || SimulatedLine::start(options, &simulated));
+        setPortName(QString::fromStdString(simulated->device()));
         EXPECT_TRUE(open(ReadWrite));
     }
     /// What arrives until size bytes are there; a size of 0 gives the line some time to stay silent.
@@ -40,11 +34,12 @@ public:
         }
         return got;
     }
+
+    std::unique_ptr<SimulatedLine> simulated;
 };
 
 TEST(SimulatedLine, AnswersAsAControllerDoesWhateverArrives) {
-    const auto line = startLine();
-    Master master(line->device());
+    Line line;
     // The reply stands without its CRC, empty when none comes.
     for (const TableRow &row : table(R"(
         name                   | request                                                        | reply
@@ -62,12 +57,12 @@ TEST(SimulatedLine, AnswersAsAControllerDoesWhateverArrives) {
         remote, wrong sum      | 16 05 00 02 01 0007 00000000 0002 0000000000000000 28          |
         remote, wrong length   | 17 05 00 02 01 0007 00000000 0002 0000000000000000 28          |)")) {
         const QByteArray reply = row.empty("reply") ? QByteArray() : withCrc(row["reply"]);
-        EXPECT_EQ(master.ask(bytes(row["request"]), reply.size()), reply) << row.line();
+        EXPECT_EQ(line.ask(bytes(row["request"]), reply.size()), reply) << row.line();
     }
     const QByteArray longWrite = bytes("42 05 01 09 01 0007 00000064 0096 0000000000000000") + QByteArray(300, '\x11');
-    EXPECT_EQ(master.ask(longWrite + char(0x3f), 8), withCrc("0106 0064 0096"));
-    EXPECT_EQ(line->holdingRegister(1, 249), 0x1111);
-    EXPECT_GT(line->holdingRegister(1, 100), 70) << "the ramp moves";
+    EXPECT_EQ(line.ask(longWrite + char(0x3f), 8), withCrc("0106 0064 0096"));
+    EXPECT_EQ(line.simulated->holdingRegister(1, 249), 0x1111);
+    EXPECT_GT(line.simulated->holdingRegister(1, 100), 70) << "the ramp moves";
 }
 
 TEST(SimulatedLineFaults, ChangeTheReplyAndTheWriteAsTheirNamesSay) {
@@ -83,20 +78,19 @@ TEST(SimulatedLineFaults, ChangeTheReplyAndTheWriteAsTheirNamesSay) {
         exception=1           | 6    | 5    | 0     | 0    | 1   | 01860[1-4]....
         dead=1                | 7    | 0    | 0     | 0    | 0   |)")) {
         SCOPED_TRACE(row.line());
-        const auto line = startLine(row["faults"]);
-        Master master(line->device());
+        Line line(row["faults"]);
         int done = 0;
         for (int round = 0; round < 10; ++round) {
-            line->setHoldingRegister(1, 16, 0);
+            line.simulated->setHoldingRegister(1, 16, 0);
             const auto asked = std::chrono::steady_clock::now();
-            const QByteArray reply = master.ask(withCrc("0106 0010 abcd"), row.number("size"));
+            const QByteArray reply = line.ask(withCrc("0106 0010 abcd"), row.number("size"));
             EXPECT_TRUE(row.text("faults") != "late=1" || std::chrono::steady_clock::now() - asked >= kLateBy);
             EXPECT_TRUE(QRegExp(row["reply"]).exactMatch(reply.toHex())) << reply.toHex().toStdString();
             EXPECT_EQ(!reply.isEmpty() && reply == withCrc(reply.left(reply.size() - 2)), row.number("crc") == 1);
-            done += line->holdingRegister(1, 16) == 0xABCD ? 1 : 0;
+            done += line.simulated->holdingRegister(1, 16) == 0xABCD ? 1 : 0;
         }
         EXPECT_TRUE(done >= row.number("least") && done <= row.number("most")) << done;
-        EXPECT_EQ(line->faultCount(FaultKind(row.number("kind"))), 10U);
+        EXPECT_EQ(line.simulated->faultCount(FaultKind(row.number("kind"))), 10U);
     }
 }
 
