@@ -59,8 +59,11 @@ struct RefusingController {
     }
     /// @return what the host says to it.
     QString ask(const ElementRange &request) {
-        const bool answered = isGood(request) && (walls.answered(group(), request) || true);
-        return answered ? QString() : walls.refused(group(), request, wanted(), 0).text(group()) + '\n';
+        if (!isGood(request)) {
+            return walls.refused(group(), request, wanted(), 0).text(group()) + '\n';
+        }
+        walls.answered(group(), request);
+        return QString();
     }
     void pass(Requests requests) {
         std::shuffle(requests.begin(), requests.end(), random);
