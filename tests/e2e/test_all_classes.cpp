@@ -64,9 +64,9 @@ protected:
     }
 
     std::vector<quint32> memory() const {
-        std::vector<quint32> cells;
+        std::vector<quint32> cells(2 * 65536);
         for (int i = 0; i < 2 * 65536; ++i) {
-            cells.push_back(line->holdingRegister(1 + i % 2, i / 2) * 2U + line->coil(1 + i % 2, i / 2));
+            cells[size_t(i)] = line->holdingRegister(1 + i % 2, i / 2) * 2U + line->coil(1 + i % 2, i / 2);
         }
         return cells;
     }
