@@ -64,7 +64,7 @@ protected:
     }
 
     std::vector<quint32> memory() const {
-        std::vector<quint32> cells(2 * 65536);
+        std::vector<quint32> cells(size_t(2) * 65536);
         for (int i = 0; i < 2 * 65536; ++i) {
             cells[size_t(i)] = line->holdingRegister(1 + i % 2, i / 2) * 2U + line->coil(1 + i % 2, i / 2);
         }
