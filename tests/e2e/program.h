@@ -1,15 +1,37 @@
-// dravo-host as a user runs it.
+// dravo-host as a user runs it, and a line for it.
 #ifndef DRAVO_TESTS_E2E_PROGRAM_H
 #define DRAVO_TESTS_E2E_PROGRAM_H
 
 #include <gtest/gtest.h>
 
 #include <QtCore/QProcess>
+#include <QtCore/QTemporaryFile>
+
+#include "host/simulation/simulated_line.h"
+
+inline std::unique_ptr<SimulatedLine> startLine(const SimulatedLineOptions &options) {
+    std::unique_ptr<SimulatedLine> line;
+    const simulation::Failure failure = SimulatedLine::start(options, &line);
+    EXPECT_FALSE(failure) << failure.text();
+    return line;
+}
+
+class TagFile : public QTemporaryFile {
+public:
+    explicit TagFile(const QByteArray &rows) {
+        EXPECT_TRUE(open());
+        write("label,type,address,station,count\n" + rows);
+        close();
+    }
+};
 
 class Program : public QProcess {
 public:
     explicit Program(const QStringList &arguments) { start(DRAVO_HOST_PROGRAM, arguments); }
-    ~Program() override { end(); }
+    ~Program() override {
+        terminate();
+        waitForFinished();
+    }
 
     /// What it writes to its standard output, until it ends.
     QString output() {
@@ -24,10 +46,6 @@ public:
             said += readLine();
         }
         return said.contains(text);
-    }
-    void end() {
-        terminate();
-        waitForFinished();
     }
 };
 

@@ -49,7 +49,6 @@ public:
             line.received(wire.take(now), now);
             const dravo::Step step = line.next(now);
             for (dravo::LineEvent event; line.takeEvent(&event);) {
-                events.push_back(event);
                 stopped = stopped || (stop && stop(event));
             }
             if (step.kind == dravo::Step::Send) {
@@ -60,19 +59,10 @@ public:
             }
         }
     }
-    int count(dravo::LineEvent::Kind kind) const {
-        int found = 0;
-        for (const dravo::LineEvent &event : events) {
-            found += event.kind == kind ? 1 : 0;
-        }
-        return found;
-    }
-
     Wire wire;
     dravo::Line line;
     Us now = 0;
     int sent = 0;
-    std::vector<dravo::LineEvent> events;
 };
 
 #endif  // DRAVO_TESTS_LINE_DESK_H

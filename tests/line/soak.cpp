@@ -12,6 +12,7 @@ constexpr int kRegisters = 64;  // from there on they are written
 constexpr int kBitWord = 40;    // its bits are written one by one, and the whole now and then
 constexpr int kSelfLikeCoils = 0x0310;
 constexpr int kMostPending = 20;
+constexpr int kMostToEnd = 2000;  // exchanges until the last of them is over
 constexpr int kStormEvery = 3;
 constexpr double kStormLoss = 0.2;
 
@@ -214,15 +215,21 @@ void Soak::askOnceRead(int station) {
 
 std::string Soak::run(int exchanges) {
     while (exchanges_ < exchanges && failure_.empty() && !hadAccident_) {
-        turn();
+        turn(true);
+    }
+    while (!pending_.empty() && failure_.empty() && !hadAccident_) {
+        turn(false);
+        if (exchanges_ > exchanges + kMostToEnd) {
+            fail("operation " + std::to_string(pending_.begin()->first) + " has no outcome");
+        }
     }
     return failure_;
 }
 
-void Soak::turn() {
+void Soak::turn(bool asks) {
     wire_.advance(nowUs_);
     line_.received(wire_.take(nowUs_), nowUs_);
-    if (below(asksOften_ ? 4 : 30) == 0) {
+    if (asks && below(asksOften_ ? 4 : 30) == 0) {
         askSomething();
     }
     if (below(2000) == 0) {
@@ -230,6 +237,10 @@ void Soak::turn() {
     }
     if (below(40000) == 0) {
         line_.restart(nowUs_);
+        look();
+        if (!pending_.empty()) {
+            fail("an operation outlives a restart");
+        }
         ++requests_;
     }
     const dravo::Step step = line_.next(wire_.chance(0.01) ? nowUs_ - 5000 : nowUs_);
@@ -312,6 +323,9 @@ void Soak::lookAt(const dravo::LineEvent &event) {
             if (event.failure == dravo::LineEvent::Refused &&
                 !wire_.wasRefused(wire_.atController(event.request), event.exceptionCode, windowStart(event))) {
                 fail("an exception was believed that no controller sent for this request");
+            }
+            if (event.failure == dravo::LineEvent::Refused && event.exceptionCode <= 3 && !event.over) {
+                fail("a final refusal is asked again");
             }
             if (event.failure == dravo::LineEvent::None && !event.write) {
                 lookAtRead(event);

@@ -51,7 +51,7 @@ private:
     void askBroadcast();
     void askOnceRead(int station);
     void asked(int operation, const Asked &what);
-    void turn();
+    void turn(bool asks);
     void wait(Us untilUs);
     void look();
     void lookAt(const dravo::LineEvent &event);

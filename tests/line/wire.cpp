@@ -83,6 +83,9 @@ void Wire::send(const QByteArray &sent, Us us, int writer) {
     const QByteArray frame = atController(sent);
     const Us endUs = us + charactersUs(sent.size());
     const int function = byteOf(frame, 1);
+    if (countOf(frame) > (isOfCoils(function) ? isWrite(function) ? 1968 : 2000 : isWrite(function) ? 123 : 125)) {
+        alarm("a request is longer than Modbus allows");
+    }
     if (isWrite(function)) {
         auto &cells = isOfCoils(function) ? coils_ : registers_;
         for (const int station : stations_) {
