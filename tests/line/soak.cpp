@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "korvel_dravo_port.h"
+#include "line/desk.h"
 
 namespace {
 
@@ -117,30 +118,20 @@ Soak::Soak(unsigned seed)
     }
 }
 
-dravo::Variable Soak::variable(int station, int elemType, const QString &address, int count) {
-    dravo::Variable made;
-    made.station = station;
-    made.elemType = elemType;
-    made.addressText = address;
-    made.count = count;
-    dravo::resolve(&made);
-    return made;
-}
-
 // Several of one length, so that an answer to one could pass for another's; with gaps, and some that are refused.
 void Soak::watchSomething() {
     QVector<dravo::Variable> variables;
     const bool isStorm = faults_.lost == kStormLoss;
     for (int i = 0; isStorm && i < 8; ++i) {  // two bytes in every answer
-        variables.append(i % 2 == 0 ? variable(1, 7, QString::number(4 * i), 1)
-                                    : variable(1, 1, QString::number(kSelfLikeCoils + 20 * i, 8), 16));
+        variables.append(i % 2 == 0 ? variable(1, 7, QByteArray::number(4 * i), 1)
+                                    : variable(1, 1, QByteArray::number(kSelfLikeCoils + 20 * i, 8), 16));
     }
     for (const int station : isStorm ? std::vector<int>() : kStations) {
         for (int i = 0; i < 2 + below(4); ++i) {
             const bool coils = below(2) == 0;
             const int address = coils ? kSelfLikeCoils + below(8) : below(kRegisters - 8);
             const int type = coils ? 1 : below(4) == 0 ? 12 : 7;
-            variables.append(variable(station, type, QString::number(address, coils ? 8 : 10),
+            variables.append(variable(station, type, QByteArray::number(address, coils ? 8 : 10),
                                       coils ? 9 + below(24) : 1 + below(3)));
         }
     }
@@ -190,12 +181,12 @@ void Soak::askWrite(int station) {
     if (kind == 0) {  // a bit inside a word
         what.address = kBitWord;
         what.bit = below(16);
-        const QString address = QString::fromLatin1("%1.%2").arg(kBitWord).arg(what.bit);
+        const QByteArray address = QByteArray::number(kBitWord) + '.' + QByteArray::number(what.bit);
         return asked(line_.write(variable(station, 15, address, 1), what.values), what);
     }
     what.address = kind == 1 ? below(8) : below(6) == 0 ? kBitWord : kMoving + below(kRegisters - kMoving - 3);
     const int type = kind == 1 ? 1 : 7;
-    const QString address = QString::number(what.address, kind == 1 ? 8 : 10);
+    const QByteArray address = QByteArray::number(what.address, kind == 1 ? 8 : 10);
     asked(line_.write(variable(station, type, address, count), what.values), what);
 }
 
@@ -203,13 +194,13 @@ void Soak::askBroadcast() {
     const int address = kMoving + below(8);
     ++nextValue_;
     const QByteArray values = QByteArray(1, char(nextValue_)) + char(nextValue_ >> 8);
-    dravo::Variable everywhere = variable(1, 7, QString::number(address), 1);
+    dravo::Variable everywhere = variable(1, 7, QByteArray::number(address), 1);
     everywhere.station = 0;
     asked(line_.write(everywhere, values), {true, 0, false, address, values, -1, nowUs_});
 }
 
 void Soak::askOnceRead(int station) {
-    const dravo::Variable wanted = variable(station, 7, QString::number(below(kRegisters - 3)), 1 + below(3));
+    const dravo::Variable wanted = variable(station, 7, QByteArray::number(below(kRegisters - 3)), 1 + below(3));
     asked(line_.readOnce(wanted), {false, station, false, 0, QByteArray(), -1, nowUs_});
 }
 

@@ -45,7 +45,6 @@ private:
     static WireFaults drawnFaults(std::mt19937 &random);
     static dravo::LineSettings drawnSettings(std::mt19937 &random, const WireTimes &times, const WireFaults &faults);
     void watchSomething();
-    static dravo::Variable variable(int station, int elemType, const QString &address, int count);
     void askSomething();
     void askWrite(int station);
     void askBroadcast();

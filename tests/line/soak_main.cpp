@@ -2,42 +2,34 @@
 // (200000) have been made.
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <random>
+#include <string>
 
 #include "line/soak.h"
 
 namespace {
 
 /// That nothing went wrong says little where nothing happened.
-struct Happened {
-    long accidents = 0, answered = 0, retries = 0, refused = 0, late = 0, foreign = 0, echoes = 0, done = 0;
-    std::map<int, long> events;
+using Happened = std::map<std::string, long>;
 
-    void add(const Soak &soak) {
-        const dravo::LineCounts &counts = soak.counts();
-        accidents += soak.hadAccident() ? 1 : 0;
-        answered += long(counts.answered);
-        retries += long(counts.retries);
-        refused += long(counts.failures[dravo::LineCounts::Refused]);
-        late += long(counts.lateDropped);
-        foreign += long(counts.foreignDropped);
-        echoes += long(counts.echoes);
-        done += soak.operationsDone();
-        for (const auto &[kind, count] : soak.events()) {
-            events[kind] += count;
+void add(const Soak &soak, Happened *happened) {
+    const dravo::LineCounts &counts = soak.counts();
+    (*happened)["runs ended by altered bytes with a right CRC"] += soak.hadAccident() ? 1 : 0;
+    (*happened)["answered"] += long(counts.answered);
+    (*happened)["retries"] += long(counts.retries);
+    (*happened)["refused"] += long(counts.failures[dravo::LineCounts::Refused]);
+    (*happened)["late answers dropped"] += long(counts.lateDropped);
+    (*happened)["foreign frames"] += long(counts.foreignDropped);
+    (*happened)["echoes"] += long(counts.echoes);
+    (*happened)["operations done"] += soak.operationsDone();
+    const char *const names[] = {"", "operations", "stations down", "stations up", "passes", "lists cut anew"};
+    for (const auto &[kind, count] : soak.events()) {
+        if (kind != dravo::LineEvent::Exchange) {
+            (*happened)[names[kind]] += count;
         }
     }
-    void print() {
-        std::printf("runs ended by altered bytes with a right CRC: %ld\n", accidents);
-        std::printf(
-            "answered %ld, retries %ld, refused %ld, late answers dropped %ld, foreign frames %ld, echoes %ld\n",
-            answered, retries, refused, late, foreign, echoes);
-        std::printf("operations %ld of which done %ld, stations down %ld and up %ld, passes %ld, lists cut anew %ld\n",
-                    events[dravo::LineEvent::Operation], done, events[dravo::LineEvent::StationDown],
-                    events[dravo::LineEvent::StationUp], events[dravo::LineEvent::PassDone],
-                    events[dravo::LineEvent::ReadsChanged]);
-    }
-};
+}
 
 }  // namespace
 
@@ -57,9 +49,11 @@ int main(int argc, char **argv) {
             return 1;
         }
         made += soak.exchanges();
-        happened.add(soak);
+        add(soak, &happened);
     }
-    happened.print();
+    for (const auto &[what, count] : happened) {
+        std::printf("%s: %ld\n", what.c_str(), count);
+    }
     std::printf("%ld exchanges, nothing wrong; next seed %u\n", made, seed);
     return 0;
 }
