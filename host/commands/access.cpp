@@ -95,11 +95,13 @@ void Access::learnWhetherEchoes() {
 
 int Access::write(const QByteArray &values) {
     const dravo::Variable &variable = options_.variable;
-    if (Failure failure = outcome(engine_->write(variable, values))) {
-        return fail(
-            kExitFailed,
-            Failure(
-                QStringLiteral("write %1: %2; it may have been carried out").arg(nameOf(variable), failure.text())));
+    bool refused = false;
+    if (Failure failure = outcome(engine_->write(variable, values), &refused)) {
+        const QString doubt = !refused              ? QStringLiteral("; it may have been carried out")
+                              : variable.count == 1 ? QString()
+                                                    : QStringLiteral("; other parts may have been carried out");
+        return fail(kExitFailed,
+                    Failure(QStringLiteral("write %1: %2%3").arg(nameOf(variable), failure.text(), doubt)));
     }
     return report(QStringLiteral("written   "), values);
 }
@@ -136,14 +138,17 @@ Failure Access::complete(int operation, dravo::LineEvent *end) {
     return over ? Failure() : Failure(QStringLiteral("interrupted"));
 }
 
-Failure Access::outcome(int operation) {
+Failure Access::outcome(int operation, bool *refused) {
     dravo::LineEvent end;
     if (Failure failure = complete(operation, &end)) {
         return failure;
     }
+    if (refused) {
+        *refused = end.failure == dravo::LineEvent::Refused && end.exceptionCode <= 3;
+    }
     if (end.failure == dravo::LineEvent::NotSure) {
-        return Failure(
-            QStringLiteral("the same came back, and nothing shows whether the adapter echoes: say --echo on or off"));
+        return Failure(QStringLiteral(
+            "the same came back, and nothing shows whether the adapter echoes: say --echo off, or on if it does"));
     }
     return end.done ? Failure()
                     : Failure(QStringLiteral("%1 (code %2)")

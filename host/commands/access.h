@@ -32,7 +32,7 @@ public:
 private:
     /// How an operation ended. A failure where it did not: interrupted, device lost.
     Failure complete(int operation, dravo::LineEvent *end);
-    Failure outcome(int operation);
+    Failure outcome(int operation, bool *refused = nullptr);
     int report(const QString &what, const QByteArray &values) const;
 
     const Options &options_;

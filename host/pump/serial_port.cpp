@@ -60,7 +60,8 @@ Failure SerialPort::waitForBytes(int milliseconds) {
 // For a device that hung up the port has no reason of the system. It is closed at once: while somebody has it open, an
 // adapter that is plugged in again gets another name.
 Failure SerialPort::lost() {
-    const bool hasReason = port_.error() != QSerialPort::UnknownError && port_.error() != QSerialPort::NoError;
+    const bool hasReason = port_.error() != QSerialPort::UnknownError && port_.error() != QSerialPort::NoError &&
+                           port_.errorString() != QStringLiteral("Unknown error");
     const QString reason = hasReason ? QStringLiteral(" (%1)").arg(port_.errorString()) : QString();
     Failure failure(QStringLiteral("the line is lost: the device failed or is gone%1").arg(reason));
     port_.close();

@@ -33,6 +33,7 @@ WireTimes drawnTimes(std::mt19937 &random) {
 
 WireFaults Soak::drawnFaults(std::mt19937 &random) {
     WireFaults faults;
+    faults.lastMoment = 0.3;
     if (random() % kStormEvery != 0) {  // answers come late or never, and nothing else is wrong
         faults.late = 0.7;
         faults.lost = kStormLoss;

@@ -1,5 +1,6 @@
 // line-soak [EXCHANGES [SEED [RUN]]]: runs of RUN exchanges each (500), from SEED on (a fresh one), until EXCHANGES
 // (200000) have been made.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -34,10 +35,20 @@ void add(const Soak &soak, Happened *happened) {
 }  // namespace
 
 int main(int argc, char **argv) {
-    const long exchanges = argc > 1 ? std::atol(argv[1]) : 200000;
-    unsigned seed = argc > 2 ? unsigned(std::strtoul(argv[2], nullptr, 10)) : std::random_device()();
+    long numbers[] = {200000, long(std::random_device()()), 500};
+    for (int i = 1; i < argc; ++i) {
+        char *end = argv[i];
+        const long number = i < 4 ? std::strtol(argv[i], &end, 10) : 0;
+        if (number < 1 || *end != 0) {
+            std::fprintf(stderr, "usage: line-soak [EXCHANGES [SEED [RUN]]], whole numbers above 0\n");
+            return 2;
+        }
+        numbers[i - 1] = number;
+    }
+    const long exchanges = numbers[0];
+    unsigned seed = unsigned(numbers[1]);
+    const int run = int(std::min<long>(numbers[2], 1000000));
     std::printf("from seed %u\n", seed);
-    const int run = argc > 3 ? std::atoi(argv[3]) : 500;
     long made = 0;
     Happened happened;
     for (; made < exchanges; ++seed) {

@@ -124,7 +124,7 @@ void Wire::schedule(int station, const QByteArray &frame, Us endUs, int writer) 
     }
     if (chance(faults_.late)) {
         const Us latestUs = times_.lifetimeUs - charactersUs(replyLength(frame));
-        replyUs = endUs + between(chance(0.3) ? latestUs - 5000 : times_.timeoutUs, latestUs);
+        replyUs = endUs + between(chance(faults_.lastMoment) ? latestUs - 5000 : times_.timeoutUs, latestUs);
     }
     Us us = replyUs - between(0, replyUs - endUs);
     if (!faults_.overtaking) {

@@ -24,15 +24,16 @@ inline int wordOf(const QByteArray &bytes, int index) {
 
 /// What the line does, as probabilities and times.
 struct WireFaults {
-    double late = 0;       // a reply comes between the timeout and the lifetime
-    double lost = 0;       // a request or a reply does not come through
-    double cut = 0;        // a reply loses its head or its tail
-    double altered = 0;    // bits of a request or a reply change
-    double stray = 0;      // bytes that belong to nothing, around and inside replies
-    double foreign = 0;    // whole frames of other stations and functions
-    double exception = 0;  // a request is refused for no lasting reason
-    double doubled = 0;    // a reply comes twice
-    bool remote = false;   // requests are remote frames, and a node hands them on
+    double late = 0;        // a reply comes between the timeout and the lifetime
+    double lastMoment = 0;  // of these, those at its very end
+    double lost = 0;        // a request or a reply does not come through
+    double cut = 0;         // a reply loses its head or its tail
+    double altered = 0;     // bits of a request or a reply change
+    double stray = 0;       // bytes that belong to nothing, around and inside replies
+    double foreign = 0;     // whole frames of other stations and functions
+    double exception = 0;   // a request is refused for no lasting reason
+    double doubled = 0;     // a reply comes twice
+    bool remote = false;    // requests are remote frames, and a node hands them on
     bool overtaking = false;
     bool echo = false;
     int deadStation = 0;        // from time to time
