@@ -154,7 +154,8 @@ QList<VariableFault> resolve(Variable *variable);
 
 enum Condition {
     Fresh,
-    Stale,        // its oldest part is older than the settings allow, or it was written and not read since
+    Stale,        // its oldest part is older than the settings allow; it was written and not read since; or a 32-bit
+                  // value is only read in halves: they need not belong together
     NeverRead,    // some of it
     Failing,      // the last request for some of it failed
     NotReadable,  // its controller refuses it
@@ -242,11 +243,11 @@ public:
     /// @return requests in a pass; 0: none.
     int watch(const QVector<Variable> &variables, qint64 nowUs);
     /// Queue an operation of a usable variable. Its end is a LineEvent. Writes go before reads, and both before cyclic
-    /// reads, of which one goes after five in a row.
+    /// reads; after five writes in a row a read goes, after five operations a cyclic read.
     /// For a broadcast set the station of a usable variable to 0, but not of bits inside words; it is done when the
     /// turnaround is over.
-    /// While a station is down, an operation is its probe and gets one try, one in a pass of the others and in a reply
-    /// lifetime. What was asked of the station meanwhile fails with it.
+    /// While stations are down, an operation is a probe and gets one try: one in a pass of the others and in a reply
+    /// lifetime, whatever the station. What was asked of that station meanwhile fails with it.
     /// While nobody knows whether the adapter echoes, writes wait for cyclic reads to show it, two lifetimes at most. A
     /// host that has none sets echo, see knowsEcho.
     /// @param values  as GetRegisterData gives them: 1 byte per bit, 2 per register, 4 per 32-bit value.
@@ -264,7 +265,8 @@ public:
     static QByteArray values(const Variable &variable);
 
     bool isDown(int station) const;
-    /// When a station that is down is asked next; the largest time while it is being asked. Of no meaning for others.
+    /// When a station that is down is asked next, unless an operation or its answer comes before. Of no meaning for
+    /// others.
     qint64 nextProbeUs(int station) const;
     /// Whether it is known if the adapter echoes: after three reads. While it is not, the answer to a write of a single
     /// register or coil is taken for its echo, and the write fails with NotSure though it is carried out. Where bytes

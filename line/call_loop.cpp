@@ -54,15 +54,13 @@ void CallLoop::beSilent() {
 }
 
 // A write that was asked for before the device went must not move a machine when it comes back, however much later.
-void CallLoop::restart(qint64 nowUs) {
+QMap<int, int> CallLoop::restart(qint64 nowUs) {
     advance(nowUs);
     finder_.clear();
     echo_.restart();
     port_.dropOperations();
     probed_.clear();
-    for (QHash<int, int>::const_iterator it = operations_.constBegin(); it != operations_.constEnd(); ++it) {
-        tellLost(it.key(), it.value());
-    }
+    const QMap<int, int> lost = operations_;
     operations_.clear();
     const QList<int> down = stations_.down();
     for (int i = 0; i < down.size(); ++i) {
@@ -70,7 +68,8 @@ void CallLoop::restart(qint64 nowUs) {
     }
     phase_ = Idle;
     beSilent();
-    stations_.probeFrom(lineFreeUs_);  // a probe that was out is lost
+    stations_.probeFrom(lineFreeUs_);  // who knows what was plugged in
+    return lost;
 }
 
 void CallLoop::operationStarts(int operation, int station) {
@@ -91,9 +90,17 @@ void CallLoop::tellLost(int operation, int station) {
 }
 
 void CallLoop::probe(const RW_VAR &read) {
-    DriverPort::setStation(read.station, true);
-    probed_.append(read.station);
-    port_.readAgain(read);
+    if (!probed_.contains(read.station)) {
+        DriverPort::setStation(read.station, true);
+        probed_.append(read.station);
+        port_.readAgain(read);
+    }
+}
+
+// The driver drops what is queued for the station, a probe too.
+void CallLoop::silence(int station) {
+    DriverPort::setStation(station, false);
+    probed_.removeAll(station);
 }
 
 QList<LineEvent> CallLoop::takeEvents() {
@@ -109,7 +116,7 @@ QList<Elements> CallLoop::takeWritten() {
 }
 
 bool CallLoop::hasOperations(int station) const {
-    for (QHash<int, int>::const_iterator it = operations_.constBegin(); it != operations_.constEnd(); ++it) {
+    for (QMap<int, int>::const_iterator it = operations_.constBegin(); it != operations_.constEnd(); ++it) {
         if (it.value() == station) {
             return true;
         }
@@ -224,7 +231,7 @@ bool CallLoop::fetch() {
     if (stations_.isDown(station)) {
         port_.endTries();  // a probe, whatever was asked for: one try
         if (!hasOperations(station)) {
-            DriverPort::setStation(station, false);
+            silence(station);
         }
     }
     // The read half of a bit write shows the bit already.
@@ -409,14 +416,14 @@ void CallLoop::tellOperation(LineEvent over) {
     over.station = operations_.take(over.operation);
     events_.append(over);
     if (stations_.isDown(over.station) && !hasOperations(over.station)) {
-        DriverPort::setStation(over.station, false);
+        silence(over.station);
     }
 }
 
 void CallLoop::missed(int station) {
     const bool goesDown = stations_.missed(station, nowUs_, outstanding_.expectedUntil(station, nowUs_) + 1);
     if (stations_.isDown(station) && !hasOperations(station)) {
-        DriverPort::setStation(station, false);
+        silence(station);
     }
     if (goesDown) {
         LineEvent down;

@@ -2,7 +2,7 @@
 #ifndef DRAVO_LINE_CALL_LOOP_H
 #define DRAVO_LINE_CALL_LOOP_H
 
-#include <QtCore/QHash>
+#include <QtCore/QMap>
 
 #include "korvel_dravo_line.h"
 #include "line/driver_port.h"
@@ -30,15 +30,16 @@ public:
     qint64 lineFreeUs() const { return lineFreeUs_; }
     /// The bytes of the last Step::Send have been handed to the port.
     void sent(qint64 nowUs);
-    /// The port was closed and opened again: what was on the line is lost or may still come; operations fail.
-    void restart(qint64 nowUs);
+    /// The port was closed and opened again: what was on the line is lost or may still come.
+    /// @return the operations that the driver had, which are lost: the station, by number.
+    QMap<int, int> restart(qint64 nowUs);
 
     /// Whether the driver has no operation, and the next request may be one.
     bool mayStartOperation() const { return phase_ == Idle && operations_.isEmpty(); }
     /// An operation of the station goes into the driver's queue. Until it is over, the station's requests go out even
     /// while it is down.
     void operationStarts(int operation, int station);
-    /// An operation that the driver never got has failed.
+    /// An operation is lost, or was never begun.
     void tellLost(int operation, int station);
     /// The latest time until which an answer of the station is expected; nowUs: none is.
     qint64 expectedUntil(int station) const { return outstanding_.expectedUntil(station, nowUs_); }
@@ -89,6 +90,7 @@ private:
     void tellOperations(const LineEvent &exchange);
     void tellOperation(LineEvent over);
     void beSilent();
+    void silence(int station);
     void missed(int station);
     bool hasOperations(int station) const;
 
@@ -100,9 +102,9 @@ private:
     Outstanding outstanding_;
     EchoWatch echo_;
     StationBackoff stations_;
-    QHash<int, int> operations_;  // in the driver: the station, by number
-    QList<int> probed_;           // stations whose probe is in the driver
-    qint64 requests_;             // so far
+    QMap<int, int> operations_;  // in the driver: the station, by number
+    QList<int> probed_;          // stations whose probe is in the driver
+    qint64 requests_;            // so far
     qint64 nowUs_;
     qint64 lineFreeUs_;
     qint64 pauseUntilUs_;  // a busy controller's

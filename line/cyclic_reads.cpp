@@ -142,7 +142,15 @@ QList<Elements> CyclicReads::tornBy(const Elements &read) const {
     return torn;
 }
 
-bool CyclicReads::shortestOf(int station, RW_VAR *read) const {
+bool CyclicReads::isHalved(const Variable &variable) const {
+    const WantedRange wanted = wantedOf(variable);
+    const ReadLimits limits = readLimits(variable.elements.elemType, settings_.frameLimit);
+    const int below = limits.bound - wanted.address;
+    return wanted.unit == 2 &&
+           (limits.elementsPerRead < 2 || (below > 0 && below < wanted.elements() && below % 2 != 0));
+}
+
+bool CyclicReads::probeOf(int station, RW_VAR *read) const {
     int shortest = std::numeric_limits<int>::max();
     for (int i = 0; i < requests_.size(); ++i) {
         const RW_VAR &request = requests_.at(i);
@@ -150,6 +158,12 @@ bool CyclicReads::shortestOf(int station, RW_VAR *read) const {
             shortest = request.count;
             *read = request;
         }
+    }
+    ReadGroup group = {0, 0};
+    ElementRange range = {0, 0};
+    if (shortest == std::numeric_limits<int>::max() && walls_.anyRefused(station, &group, &range)) {
+        shortest = range.count;
+        *read = record(group, range);
     }
     return shortest < std::numeric_limits<int>::max();
 }

@@ -87,7 +87,7 @@ Step Line::Parts::next(qint64 hostUs) {
                 if (mayRetry || reads.requests().isEmpty()) {
                     step.untilUs = qMin(step.untilUs, reads.nextRetryUs());
                 }
-                step.untilUs = qMin(step.untilUs, qMin(loop.stations().nextDueUs(), turns.nextProbeUs(loop)));
+                step.untilUs = qMin(step.untilUs, qMin(loop.stations().nextDueUs(), turns.nextUs(loop)));
                 step.untilUs = mayFetch ? step.untilUs : qMin(step.untilUs, passes.dueUs());
             }
             return step;
@@ -98,9 +98,9 @@ Step Line::Parts::next(qint64 hostUs) {
 void Line::Parts::startProbes() {
     const QList<int> due = loop.takeDueProbes();
     for (int i = 0; i < due.size(); ++i) {
-        RW_VAR shortest = RW_VAR();
-        if (reads.shortestOf(due.at(i), &shortest)) {
-            loop.probe(shortest);
+        RW_VAR probe = RW_VAR();
+        if (reads.probeOf(due.at(i), &probe)) {
+            loop.probe(probe);
         }
     }
 }
@@ -119,7 +119,7 @@ void Line::Parts::startOperation() {
 
 // What was asked of a station and not begun has failed: nobody wants it on a machine later.
 void Line::Parts::loseOperations(int station) {
-    const QList<HostOperation> lost = turns.queue().takeAll(station);
+    const QList<HostOperation> lost = turns.queue().takeAllOf(station);
     for (int i = 0; i < lost.size(); ++i) {
         loop.tellLost(lost.at(i).number, lost.at(i).variable.station);
     }
@@ -230,8 +230,14 @@ void Line::sent(qint64 nowUs) {
 }
 
 void Line::restart(qint64 nowUs) {
-    parts_->loop.restart(nowUs);
-    parts_->loseOperations(-1);
+    QMap<int, int> lost = parts_->loop.restart(nowUs);
+    const QList<HostOperation> queued = parts_->turns.queue().takeAll();
+    for (int i = 0; i < queued.size(); ++i) {
+        lost.insert(queued.at(i).number, queued.at(i).variable.station);
+    }
+    for (QMap<int, int>::const_iterator it = lost.constBegin(); it != lost.constEnd(); ++it) {
+        parts_->loop.tellLost(it.key(), it.value());
+    }
     parts_->turns.echoIsUnclear();
     parts_->passes.begin(parts_->reads.requests(), parts_->loop.lineFreeUs());
     parts_->digestNews(parts_->loop.nowUs());
@@ -277,6 +283,8 @@ ValueState Line::stateOf(const Variable &variable, qint64 nowUs) const {
         state.condition = NotReadable;
     } else if (isDown(variable.station)) {
         state.condition = Down;
+    } else if (state.condition == Fresh && parts_->reads.isHalved(variable)) {
+        state.condition = Stale;
     }
     return state;
 }

@@ -29,20 +29,27 @@ public:
     bool hasWrites() const { return !writes_.isEmpty(); }
     bool hasAnyOf(int station) const;
 
-    /// The next one for the driver: writes before reads, each in the order of asking.
-    /// @param resting  stations whose operations stay where they are.
+    /// The next one for the driver, in the order of asking: writes before reads, but after five writes a read.
+    /// @param mayWrite  else writes stay, and the reads of their stations behind them.
+    /// @param resting   stations whose operations stay where they are. A broadcast does not pass a write, nor a write a
+    ///                  broadcast.
     /// @return false: none.
     bool take(bool mayWrite, const QList<int> &resting, HostOperation *operation);
-    /// All those of a station, of every station where it is below 0, in the order of asking.
-    QList<HostOperation> takeAll(int station);
+    /// All those of a station, or all there are, in the order of asking.
+    QList<HostOperation> takeAllOf(int station);
+    QList<HostOperation> takeAll();
 
 private:
     HostOperation takeAt(QList<HostOperation> *queue, int index);
+    int nextWrite(const QList<int> &resting) const;
+    int nextRead(bool mayWrite, const QList<int> &resting) const;
+    bool hasWriteTo(int station) const;
 
     QList<HostOperation> writes_;
     QList<HostOperation> reads_;
     int writeRequests_;
     int readRequests_;
+    int writesInARow_;
 };
 
 }  // namespace dravo

@@ -4,17 +4,22 @@
 
 namespace dravo {
 
-// Of two lifetimes one may go by with what is outstanding.
 OperationTurns::OperationTurns(const LineSettings &settings)
-    : longestHoldUs_(2 * settings.lifetimeUs), mayProbe_(true), writesHeldSinceUs_(-1) {}
+    : lifetimeUs_(settings.lifetimeUs), mayProbe_(true), probeFromUs_(0), writesHeldSinceUs_(-1) {}
 
 bool OperationTurns::take(const CallLoop &loop, const PassClock &passes, HostOperation *operation) {
-    mayProbe_ = mayProbe_ || !passes.hasWork(loop.stations(), loop.nowUs());
+    if (!passes.hasWork(loop.stations(), loop.nowUs())) {
+        mayProbe_ = true;
+        probeFromUs_ = loop.nowUs();
+    }
     const bool mayWriteNow = mayWrite(loop, passes);
     if (!loop.mayStartOperation() || !queue_.take(mayWriteNow, resting(loop), operation)) {
         return false;
     }
-    mayProbe_ = mayProbe_ && !loop.stations().isDown(operation->variable.station);
+    if (loop.stations().isDown(operation->variable.station)) {
+        mayProbe_ = false;
+        probeFromUs_ = loop.nowUs() + lifetimeUs_;
+    }
     return true;
 }
 
@@ -26,13 +31,14 @@ bool OperationTurns::mayWrite(const CallLoop &loop, const PassClock &passes) {
         return true;
     }
     writesHeldSinceUs_ = writesHeldSinceUs_ < 0 ? us : writesHeldSinceUs_;
-    return loop.nowUs() - writesHeldSinceUs_ > longestHoldUs_;
+    return loop.nowUs() >= holdEndUs();
 }
 
 // The stations that no operation may ask now: each that does not answer costs the living a whole timeout.
 QList<int> OperationTurns::resting(const CallLoop &loop) const {
     QList<int> stations = loop.stations().down();
-    for (int i = stations.size() - 1; mayProbe_ && i >= 0; --i) {
+    const bool mayProbe = mayProbe_ && probeFromUs_ <= loop.nowUs();
+    for (int i = stations.size() - 1; mayProbe && i >= 0; --i) {
         if (loop.expectedUntil(stations.at(i)) <= loop.nowUs()) {
             stations.removeAt(i);
         }
@@ -40,11 +46,19 @@ QList<int> OperationTurns::resting(const CallLoop &loop) const {
     return stations;
 }
 
-qint64 OperationTurns::nextProbeUs(const CallLoop &loop) const {
+// What could be taken now has been taken: only later times count.
+qint64 OperationTurns::nextUs(const CallLoop &loop) const {
     qint64 us = std::numeric_limits<qint64>::max();
+    if (!loop.mayStartOperation()) {
+        return us;
+    }
+    if (writesHeldSinceUs_ >= 0) {
+        us = holdEndUs();
+    }
     const QList<int> down = loop.stations().down();
-    for (int i = 0; mayProbe_ && loop.mayStartOperation() && i < down.size(); ++i) {
-        us = queue_.hasAnyOf(down.at(i)) ? qMin(us, loop.expectedUntil(down.at(i))) : us;
+    for (int i = 0; mayProbe_ && i < down.size(); ++i) {
+        const qint64 fromUs = qMax(probeFromUs_, loop.expectedUntil(down.at(i)));
+        us = queue_.hasAnyOf(down.at(i)) && fromUs > loop.nowUs() ? qMin(us, fromUs) : us;
     }
     return us;
 }

@@ -18,8 +18,8 @@ public:
 
     /// The next operation, if the driver may have one now.
     bool take(const CallLoop &loop, const PassClock &passes, HostOperation *operation);
-    /// When the next one may be a probe, if nothing else happens before; the end of time: none is.
-    qint64 nextProbeUs(const CallLoop &loop) const;
+    /// When the next one may be had, if nothing else happens before; the end of time: nobody knows.
+    qint64 nextUs(const CallLoop &loop) const;
 
     void passIsOver() { mayProbe_ = true; }
     /// The reads have another chance to show whether the adapter echoes: after a write that nobody is sure of, and
@@ -30,9 +30,13 @@ private:
     bool mayWrite(const CallLoop &loop, const PassClock &passes);
     QList<int> resting(const CallLoop &loop) const;
 
-    const qint64 longestHoldUs_;
+    // Of two lifetimes one may go by with what is outstanding.
+    qint64 holdEndUs() const { return writesHeldSinceUs_ + 2 * lifetimeUs_ + 1; }
+
+    const qint64 lifetimeUs_;
     OperationQueue queue_;
     bool mayProbe_;             // a station that is down by an operation, in this pass
+    qint64 probeFromUs_;        // and not before
     qint64 writesHeldSinceUs_;  // below 0: they are not
 };
 

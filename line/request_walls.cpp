@@ -70,6 +70,17 @@ bool RequestWalls::isRefused(const ReadGroup &group, const WantedRange &variable
     return false;
 }
 
+bool RequestWalls::anyRefused(int station, ReadGroup *group, ElementRange *range) const {
+    for (QMap<ReadGroup, Refusals>::const_iterator known = groups_.constBegin(); known != groups_.constEnd(); ++known) {
+        if (known.key().station == station && !known.value().refused.isEmpty()) {
+            *group = known.key();
+            *range = known.value().refused.at(0).range;
+            return true;
+        }
+    }
+    return false;
+}
+
 qint64 RequestWalls::nextRetryUs() const {
     qint64 next = std::numeric_limits<qint64>::max();
     for (const Refusals &known : groups_) {

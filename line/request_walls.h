@@ -47,6 +47,9 @@ public:
     /// Whether some of the variable is refused.
     bool isRefused(const ReadGroup &group, const WantedRange &variable) const;
 
+    /// Something of the station that is refused. @return false: nothing is.
+    bool anyRefused(int station, ReadGroup *group, ElementRange *range) const;
+
     /// When the next refused range is to be tried again; the largest qint64 when none is refused.
     qint64 nextRetryUs() const;
     /// The range to try again now, the longest overdue first. It is due again after the retry time, whatever comes.

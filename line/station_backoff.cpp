@@ -52,7 +52,7 @@ QList<int> StationBackoff::takeDue(qint64 nowUs) {
     for (QMap<int, Station>::iterator it = stations_.begin(); it != stations_.end(); ++it) {
         Station &known = it.value();
         if (known.isDown && known.probeUs <= nowUs) {
-            known.probeUs = kNever;  // until it is known what came of it
+            known.probeUs = nowUs + known.intervalUs;  // again, should nothing come of it
             stations.append(it.key());
         }
     }
@@ -61,7 +61,7 @@ QList<int> StationBackoff::takeDue(qint64 nowUs) {
 
 void StationBackoff::probeFrom(qint64 us) {
     for (QMap<int, Station>::iterator it = stations_.begin(); it != stations_.end(); ++it) {
-        if (it.value().isDown && it.value().probeUs == kNever) {
+        if (it.value().isDown) {
             it.value().probeUs = us;
         }
     }

@@ -28,7 +28,7 @@ public:
     QList<int> down() const;
     /// The stations that are down and due to be asked; each is told once for a probe.
     QList<int> takeDue(qint64 nowUs);
-    /// Probes that are out are forgotten: their stations are due at us.
+    /// All that are down are due at us.
     void probeFrom(qint64 us);
     /// When the next one is due; the end of time when none is.
     qint64 nextDueUs() const;

@@ -38,7 +38,7 @@ public:
     Desk(const dravo::LineSettings &settings, const WireFaults &faults, const WireTimes &times, unsigned seed = 1)
         : wire(faults, times, {1, 2, 3}, seed), line(settings, 0) {
         wire.alarm = [](const std::string &) {};
-        wire.written = [](int, quint16, quint16) {};
+        wire.written = [](int, bool, int, quint16, quint16) {};
     }
 
     /// Runs until some time, or until an event for which stop is true.

@@ -15,6 +15,7 @@ constexpr int kSelfLikeCoils = 0x0310;
 constexpr int kMostPending = 20;
 constexpr int kMostToEnd = 2000;  // exchanges until the last of them is over
 constexpr int kStormEvery = 3;
+constexpr Us kLongestProbeUs = 1000000;
 constexpr double kStormLoss = 0.2;
 
 // In two runs of three it does not happen at all.
@@ -34,8 +35,9 @@ WireTimes drawnTimes(std::mt19937 &random) {
 WireFaults Soak::drawnFaults(std::mt19937 &random) {
     WireFaults faults;
     faults.lastMoment = 0.3;
-    if (random() % kStormEvery != 0) {  // answers come late or never, and nothing else is wrong
+    if (random() % kStormEvery != 0) {  // answers and refusals come late or never, and nothing else is wrong
         faults.late = 0.7;
+        faults.exception = random() % 2 == 0 ? 0.1 : 0;
         faults.lost = kStormLoss;
         faults.overtaking = true;
         return faults;
@@ -70,6 +72,8 @@ dravo::LineSettings Soak::drawnSettings(std::mt19937 &random, const WireTimes &t
     settings.merge = random() % 2 == 0 ? dravo::MergeByTime : dravo::MergeByDriver;
     settings.passPeriodUs = random() % 4 == 0 ? 1000000 : 0;
     settings.refusedRetryUs = 5000000;
+    settings.firstProbeUs = 200000;
+    settings.longestProbeUs = kLongestProbeUs;
     settings.remoteNode = faults.remote ? 3 : -1;
     settings.answersMayDouble = faults.doubled > 0;
     if (faults.lost == kStormLoss) {  // many requests whose answers look alike
@@ -89,9 +93,14 @@ Soak::Soak(unsigned seed)
       settings_(drawnSettings(random_, times_, faults_)),
       line_(settings_, 0),
       byteByByte_(random_() % 3 == 0),
-      asksOften_(random_() % 2 == 0 && faults_.lost != kStormLoss) {
+      asksEvery_(random_() % 3 == 0                                 ? 1000
+                 : random_() % 2 == 0 && faults_.lost != kStormLoss ? 4
+                                                                    : 30) {
     wire_.alarm = [this](const std::string &what) { fail(what); };
-    wire_.written = [this](int writer, quint16 before, quint16 after) {
+    wire_.written = [this](int writer, bool coil, int address, quint16 before, quint16 after) {
+        if (!coil && address != kBitWord && after < before) {  // each write takes the next values
+            fail("a write was carried out after one that was asked for later");
+        }
         if (bitWrites_.count(writer) != 0 && qPopulationCount(quint16(before ^ after)) > 1) {
             fail("the write of a bit changed its neighbours");
         }
@@ -108,7 +117,7 @@ Soak::Soak(unsigned seed)
     }
     watchSomething();
     // What an earlier master asked just before may still be answered.
-    const char *const earlier[] = {"010300300002", "0203003c0001", "01060030ffff", "03030000000a"};
+    const char *const earlier[] = {"010300300002", "0203003c0001", "010600300001", "03030000000a"};
     for (const char *frame : earlier) {
         if (faults_.remote) {
             break;
@@ -135,6 +144,9 @@ void Soak::watchSomething() {
             variables.append(variable(station, type, QByteArray::number(address, coils ? 8 : 10),
                                       coils ? 9 + below(24) : 1 + below(3)));
         }
+    }
+    if (below(4) == 0) {  // another screen, which shows less
+        variables.resize(below(variables.size()));
     }
     watched_ = variables;
     line_.watch(variables, nowUs_);
@@ -215,19 +227,38 @@ std::string Soak::run(int exchanges) {
             fail("operation " + std::to_string(pending_.begin()->first) + " has no outcome");
         }
     }
+    lookWhetherHealthy();
     return failure_;
+}
+
+// Whoever answers is soon asked again, and heard.
+void Soak::lookWhetherHealthy() {
+    WireFaults health;
+    health.echo = faults_.echo;
+    health.remote = faults_.remote;
+    wire_.setFaults(health);
+    const Us untilUs = nowUs_ + 4 * kLongestProbeUs + 10 * times_.lifetimeUs;
+    while (nowUs_ < untilUs && failure_.empty() && !hadAccident_) {
+        turn(false);
+    }
+    for (const dravo::Variable &one : watched_) {
+        if (line_.isDown(one.station) && !hadAccident_) {
+            fail("station " + std::to_string(one.station) + " stays down though it answers");
+        }
+    }
+    wire_.setFaults(faults_);
 }
 
 void Soak::turn(bool asks) {
     wire_.advance(nowUs_);
     line_.received(wire_.take(nowUs_), nowUs_);
-    if (asks && below(asksOften_ ? 4 : 30) == 0) {
+    if (asks && below(asksEvery_) == 0) {
         askSomething();
     }
-    if (below(2000) == 0) {
+    if (asks && below(300) == 0) {
         watchSomething();
     }
-    if (below(40000) == 0) {
+    if (asks && below(4000) == 0) {
         line_.restart(nowUs_);
         look();
         if (!pending_.empty()) {
@@ -283,6 +314,9 @@ void Soak::look() {
 }
 
 void Soak::lookAtShown() {
+    if (watched_.isEmpty()) {
+        return;
+    }
     const dravo::Variable &one = watched_.at(below(watched_.size()));
     const dravo::ValueState state = line_.stateOf(one, nowUs_);
     if (one.elements.elemType != 7 || state.condition != dravo::Fresh) {

@@ -51,6 +51,7 @@ private:
     void askOnceRead(int station);
     void asked(int operation, const Asked &what);
     void turn(bool asks);
+    void lookWhetherHealthy();
     void wait(Us untilUs);
     void look();
     void lookAt(const dravo::LineEvent &event);
@@ -70,7 +71,7 @@ private:
     const dravo::LineSettings settings_;
     dravo::Line line_;
     const bool byteByByte_;
-    const bool asksOften_;
+    const int asksEvery_;  // so many turns
     Us nowUs_ = 0;
     int exchanges_ = 0;
     int requests_ = 1;         // that were new

@@ -217,7 +217,7 @@ void Wire::writeCells(const Request &request) {
                                            : wordOf(frame, 7 + 2 * i);
         const quint16 before = cell.at(request.us);
         cell.write(quint16(value), request.us);
-        written(request.writer, before, quint16(value));
+        written(request.writer, isOfCoils(function), first + i, before, quint16(value));
         if (cell.latestWriter != request.writer) {
             alarm("a write was carried out after a later one to the same address was sent");
         }

@@ -98,7 +98,7 @@ public:
     /// Called for what a controller must never be made to do.
     std::function<void(const std::string &)> alarm;
     /// Called for every coil and register that a controller writes.
-    std::function<void(int writer, quint16 before, quint16 after)> written;
+    std::function<void(int writer, bool coil, int address, quint16 before, quint16 after)> written;
     /// The last frames, for whoever looks for the cause.
     const std::deque<std::string> &log() const { return log_; }
     void note(const std::string &what, const QByteArray &bytes, Us us);
