@@ -1,11 +1,13 @@
 #include "host/commands/access.h"
 
 #include "host/commands/exit_status.h"
+#include "host/commands/format_options.h"
 #include "host/commands/line_options.h"
 #include "host/pump/pump.h"
 #include "host/pump/stop_signal.h"
 #include "host/screen/printable.h"
 #include "host/tags/value_text.h"
+#include "host/tags/variable_faults.h"
 #include "korvel_dravo_elements.h"
 
 namespace {
@@ -36,7 +38,7 @@ QString typeHelp() {
 }
 
 QString addressHelp() {
-    return QStringLiteral("Octal for types %1, word.bit for %2, else decimal.")
+    return QStringLiteral("Octal for types %1, word.bit with a bit of 0 to 15 for %2, else decimal.")
         .arg(typesWith([](const dravo::ElementType &type) { return type.textBase == 8; }),
              typesWith([](const dravo::ElementType &type) { return type.elementClass == dravo::BitInWordClass; }));
 }
@@ -61,16 +63,17 @@ void addVariableArguments(OptionSet *options, Options *settings) {
 
 void addAccessOptions(OptionSet *options, Options *settings) {
     options->addNumber("station", "S", kStation, &settings->variable.station, "Station of the controller.");
+    addFormatOptions(options, settings);
     addLineOptions(options, settings);
     addSimulationOptions(options, settings);
 }
 
 QStringList resolveVariable(Options *settings) {
     QStringList faults;
-    for (const dravo::VariableFault &fault : dravo::resolve(&settings->variable)) {
+    for (const dravo::VariableFault &fault : resolveWritten(&settings->variable)) {
         faults.append(fault.field + QStringLiteral(": ") + fault.reason);
     }
-    return faults;
+    return faults + settleFormat(settings);
 }
 
 int Access::open() {
@@ -116,7 +119,8 @@ int Access::read(const QString &prefix) {
 
 int Access::report(const QString &what, const QByteArray &values) const {
     const dravo::Variable &variable = options_.variable;
-    const QString texts = valueTexts(variable.kind, values, variable.count).join(QLatin1Char(' '));
+    const QString texts =
+        valueTexts(variable.kind, options_.valueFormat, values, variable.count).join(QLatin1Char(' '));
     return print(QStringLiteral("%1: %2%3\n").arg(nameOf(variable), what, texts));
 }
 

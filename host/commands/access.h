@@ -8,9 +8,9 @@
 
 /// The arguments TYPE and ADDRESS.
 void addVariableArguments(OptionSet *options, Options *settings);
-/// Station and line.
+/// Station, format and line.
 void addAccessOptions(OptionSet *options, Options *settings);
-/// Resolves the variable once its count is known. @return everything that keeps it from being read.
+/// Resolves the variable once its count is known, and its format. @return everything that keeps it from being read.
 QStringList resolveVariable(Options *settings);
 
 class Access {

@@ -17,7 +17,8 @@ const char kFooter[] =
     "could "
     "not be opened.";
 
-// The parser looks at the last element first. Of "--name=" it would take the next argument for the value.
+// The parser looks at the last element first. Of "--name=" it would take the next argument for the value, and "-inf"
+// for options of one letter, which a blank before it prevents.
 std::vector<std::string> parserArguments(const QStringList &arguments) {
     std::vector<std::string> reversed;
     for (int i = arguments.size() - 1; i > 0; --i) {
@@ -26,7 +27,7 @@ std::vector<std::string> parserArguments(const QStringList &arguments) {
             reversed.emplace_back();
             reversed.push_back(argument.chopped(1).toStdString());
         } else {
-            reversed.push_back(argument.toStdString());
+            reversed.push_back((argument == QLatin1String("-inf") ? " " : "") + argument.toStdString());
         }
     }
     return reversed;

@@ -12,14 +12,14 @@ constexpr int kSliceMs = 50;
 constexpr qint64 kSecondUs = 1000000;  // from one try to open a lost device to the next
 }  // namespace
 
-Monitor::Monitor(const Options &settings, const QVector<dravo::Variable> &variables, OpenLine *line, Screen *screen)
+Monitor::Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Screen *screen)
     : settings_(settings),
       line_(line),
       screen_(screen),
       startUs_(nowUs()),
       engine_(lineSettings(settings), startUs_),
       model_(variables, engine_, startUs_) {
-    engine_.watch(variables, startUs_);
+    engine_.watch(model_.watched(), startUs_);
 }
 
 QStringList Monitor::statisticsLines() const {
@@ -85,7 +85,7 @@ void Monitor::passDone(qint64 us) {
     }
     const QString time = QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs);
     QByteArray records;
-    for (const dravo::Variable &variable : model_.variables()) {
+    for (const Tag &variable : model_.variables()) {
         ShownVariable shown = model_.shown(variable, nowUs());
         shown.pass = model_.passes();
         shown.time = time;
@@ -110,9 +110,9 @@ void Monitor::reopen() {
 }
 
 void Monitor::writeSelected(const Screen::Wish &wish) {
-    dravo::Variable variable = model_.variables().at(wish.variable);
+    Tag variable = model_.variables().at(wish.variable);
     const QStringList texts = wish.values.simplified().split(QLatin1Char(' '));
-    TypedValues values = valueBytes(variable.kind, texts);
+    TypedValues values = valueBytes(variable.kind, variable.format, texts);
     if (texts.size() > variable.count) {
         values.faults.append(QStringLiteral("%1 values for a variable of %2").arg(texts.size()).arg(variable.count));
     }

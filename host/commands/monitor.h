@@ -11,7 +11,7 @@
 class Monitor {
 public:
     /// line: open. screen: null for records. settings, line and screen outlive the monitor.
-    Monitor(const Options &settings, const QVector<dravo::Variable> &variables, OpenLine *line, Screen *screen);
+    Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Screen *screen);
 
     /// Until the limit, a signal or the user ends it.
     Failure run();

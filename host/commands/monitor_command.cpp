@@ -28,7 +28,7 @@ Options settled(Options options, bool live) {
     return options;
 }
 
-std::set<int> stationsOf(const QVector<dravo::Variable> &variables) {
+std::set<int> stationsOf(const QVector<Tag> &variables) {
     std::set<int> stations;
     for (const dravo::Variable &variable : variables) {
         stations.insert(variable.station);
@@ -109,8 +109,11 @@ const Command kMonitorCommand{
     "On a terminal the values stand on a live screen: arrow keys select, w writes the selected value, q or Ctrl-C "
     "leaves. Otherwise, or when --format is given, there is one record per value and pass.\n"
     "\n"
-    "The tag list is CSV with the header line label,type,address,station,count; count is in bits, registers or 32-bit "
-    "values, 1 to 2000. Bits are shown as 0 or 1, everything else as unsigned decimal numbers.",
+    "The tag list is CSV; its first line names the columns label,type,address,station,count in any order. count is in "
+    "bits, registers or 32-bit values, 1 to 2000. Further columns are taken where wanted: format (dec, signed, hex, "
+    "binary or float), scale and offset of dec and signed (shown is raw * scale + offset), and unit. Bits are shown as "
+    "0 "
+    "or 1, everything else as unsigned decimal numbers where no format is given.",
     &addOptions,
     &run,
 };

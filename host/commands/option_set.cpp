@@ -2,7 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "host/tags/value_text.h"
+#include "host/tags/number_text.h"
 
 namespace {
 

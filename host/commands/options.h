@@ -7,6 +7,7 @@
 #include "host/pump/serial_port.h"
 #include "host/screen/record_output.h"
 #include "host/simulation/simulated_line.h"
+#include "host/tags/value_format.h"
 #include "korvel_dravo_line.h"
 
 struct Options {
@@ -23,7 +24,9 @@ struct Options {
     std::optional<int> passes;
     std::optional<int> seconds;
     std::optional<int> periodMs;
-    dravo::Variable variable;  // read and write; resolved
+    dravo::Variable variable;                                    // read and write; resolved
+    FormatTexts formatTexts{QStringLiteral("dec"), {}, {}, {}};  // as given; settled it is
+    ValueFormat valueFormat;
     QStringList values;
     QString link;  // simulate: symbolic links to the two devices, empty where none is asked for
     QString secondLink;

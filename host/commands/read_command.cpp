@@ -23,6 +23,9 @@ int run(const Options &settings) {
 }  // namespace
 
 const Command kReadCommand{
-    "read", "Read values once", "Bits are shown as 0 or 1, everything else as unsigned decimal numbers.", &addOptions,
+    "read",
+    "Read values once",
+    "Bits are shown as 0 or 1, everything else as unsigned decimal numbers unless --as says otherwise.",
+    &addOptions,
     &run,
 };

@@ -31,8 +31,13 @@ QString stateAndCode(const Shown &shown) {
                : name;
 }
 
+QString valuesAndUnit(const Shown &shown) {
+    const QString values = columnText(shown.texts);
+    return shown.unit.isEmpty() ? values : values + QLatin1Char(' ') + shown.unit;
+}
+
 QString valuesAndMeaning(const Shown &shown) {
-    const QString values = columnText(shown.values);
+    const QString values = valuesAndUnit(shown);
     return shown.meaning.isEmpty() ? values : values + QStringLiteral("   ") + shown.meaning;
 }
 
@@ -50,9 +55,11 @@ const QVector<Column> &columns() {
         {"station",   8, [](const Shown &s) { return QJsonValue(s.variable.station); },                    "station",  8, nullptr},
         {"state",    12, [](const Shown &s) { return QJsonValue(dravo::conditionName(s.state.condition)); }, "state", 13, &stateAndCode},
         {"age_ms",    8, [](const Shown &s) { return knownOrNull(ageMs(s) >= 0, ageMs(s)); },              "age",      9, &ageText},
-        {"values",   24, [](const Shown &s) { return QJsonValue(s.values); },                              "values",   0, &valuesAndMeaning},
+        {"values",   24, [](const Shown &s) { return QJsonValue(s.values); },                              "values",   0, &valuesAndMeaning, &valuesAndUnit},
         {"code",      5, [](const Shown &s) { return knownOrNull(s.state.code != 0, s.state.code); },      nullptr,   0, nullptr},
         {"meaning",   0, [](const Shown &s) { return knownOrNull(!s.meaning.isEmpty(), s.meaning); },      nullptr,   0, nullptr},
+        {"shown",    -1, [](const Shown &s) { return QJsonValue(s.texts); },                               nullptr,   0, nullptr},
+        {"unit",     -1, [](const Shown &s) { return knownOrNull(!s.unit.isEmpty(), s.unit); },            nullptr,   0, nullptr},
     };
     // clang-format on
     return kColumns;

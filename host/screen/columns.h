@@ -7,25 +7,28 @@
 #include <QtCore/QString>
 #include <QtCore/QVector>
 
-#include "korvel_dravo_line.h"
+#include "host/tags/tag_list.h"
 
 /// A variable and all that is told of it.
 struct ShownVariable {
     dravo::Variable variable;
     dravo::ValueState state;
-    QJsonArray values;  // numbers; null where never read
-    QString meaning;    // why there is no fresh value; empty where nothing failed
-    qint64 pass = 0;    // records only
-    QString time;       // records only
+    QJsonArray values;  // raw, unsigned numbers; null where never read
+    QJsonArray texts;   // the same in the variable's format
+    QString unit;
+    QString meaning;  // why there is no fresh value; empty where nothing failed
+    qint64 pass = 0;  // records only
+    QString time;     // records only
 };
 
 struct Column {
     const char *key;                               // in JSON, and title in table and CSV
-    int recordWidth;                               // cells in the table; 0: ends the line
+    int recordWidth;                               // cells in the table; 0: ends the line; below: not there
     QJsonValue (*value)(const ShownVariable &);    // null: not known
     const char *title;                             // on the live screen; null: it is not there
     int screenWidth;                               // cells there with the blank behind them; 0: the rest of the line
     QString (*screenText)(const ShownVariable &);  // null: as in the records
+    QString (*tableText)(const ShownVariable &) = nullptr;  // null: as in the other records
 };
 
 /// In the order shown.

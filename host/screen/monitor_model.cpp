@@ -56,7 +56,15 @@ QStringList MonitorModel::statisticsLines(qint64 nowUs) const {
                 .arg(counts.foreignDropped)};
 }
 
-ShownVariable MonitorModel::shown(const dravo::Variable &variable, qint64 nowUs) const {
+QVector<dravo::Variable> MonitorModel::watched() const {
+    QVector<dravo::Variable> variables;
+    for (const Tag &variable : variables_) {
+        variables.append(variable);
+    }
+    return variables;
+}
+
+ShownVariable MonitorModel::shown(const Tag &variable, qint64 nowUs) const {
     ShownVariable shown;
     shown.variable = variable;
     shown.state = line_.stateOf(variable, nowUs);
@@ -64,10 +72,13 @@ ShownVariable MonitorModel::shown(const dravo::Variable &variable, qint64 nowUs)
         shown.state.condition = dravo::Stale;
     }
     const QByteArray bytes = dravo::Line::values(variable);
+    const QStringList texts = valueTexts(variable.kind, variable.format, bytes, variable.count);
     for (int i = 0; i < variable.count; ++i) {
-        shown.values.append(shown.state.valuesRead.at(i) ? QJsonValue(qint64(valueAt(variable.kind, bytes, i)))
-                                                         : QJsonValue(QJsonValue::Null));
+        const bool read = shown.state.valuesRead.at(i);
+        shown.values.append(read ? QJsonValue(qint64(valueAt(variable.kind, bytes, i))) : QJsonValue());
+        shown.texts.append(read ? QJsonValue(texts.at(i)) : QJsonValue());
     }
+    shown.unit = variable.format.unit;
     shown.meaning = meaningOf(shown.state, variable.station, nowUs);
     return shown;
 }

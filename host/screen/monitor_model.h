@@ -12,26 +12,28 @@
 class MonitorModel {
 public:
     /// variables: those that the line watches. The line outlives the model.
-    MonitorModel(const QVector<dravo::Variable> &variables, const dravo::Line &line, qint64 nowUs)
+    MonitorModel(const QVector<Tag> &variables, const dravo::Line &line, qint64 nowUs)
         : variables_(variables), line_(line), startUs_(nowUs) {}
 
     void passDone(qint64 us) { passes_.passDone(double(us) / 1000); }
     /// While the device is lost no value is fresh.
     void setLost(bool lost);
 
-    const QVector<dravo::Variable> &variables() const { return variables_; }
+    const QVector<Tag> &variables() const { return variables_; }
+    /// The same as the line takes them.
+    QVector<dravo::Variable> watched() const;
     qint64 passes() const { return passes_.passes(); }
     bool isLost() const { return lost_; }
     /// Whether a request failed or the device was lost.
     bool anyFailed() const;
     QStringList statisticsLines(qint64 nowUs) const;
     /// A variable with the last known values.
-    ShownVariable shown(const dravo::Variable &variable, qint64 nowUs) const;
+    ShownVariable shown(const Tag &variable, qint64 nowUs) const;
 
 private:
     QString meaningOf(const dravo::ValueState &state, int station, qint64 nowUs) const;
 
-    QVector<dravo::Variable> variables_;
+    QVector<Tag> variables_;
     const dravo::Line &line_;
     qint64 startUs_;
     PassStatistics passes_;

@@ -13,6 +13,9 @@ template <typename Text>
 QByteArray fieldLine(RecordFormat format, const Text &text) {
     QStringList fields;
     for (const Column &column : columns()) {
+        if (format == RecordFormat::Table && column.recordWidth < 0) {
+            continue;
+        }
         const QString field = text(column);
         fields.append(format == RecordFormat::Csv ? csvField(field)
                                                   : printable(field).leftJustified(column.recordWidth));
@@ -31,7 +34,10 @@ QByteArray recordHeader(RecordFormat format) {
 
 QByteArray record(RecordFormat format, const ShownVariable &shown) {
     if (format != RecordFormat::Json) {
-        return fieldLine(format, [&shown](const Column &column) { return columnText(column.value(shown)); });
+        return fieldLine(format, [&](const Column &column) {
+            return format == RecordFormat::Table && column.tableText != nullptr ? column.tableText(shown)
+                                                                                : columnText(column.value(shown));
+        });
     }
     QJsonObject object;
     for (const Column &column : columns()) {

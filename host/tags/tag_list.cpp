@@ -3,7 +3,9 @@
 #include <QtCore/QFile>
 #include <QtCore/QTextCodec>
 
-#include "host/tags/csv_text.h"
+#include "host/tags/quoted_text.h"
+#include "host/tags/tag_columns.h"
+#include "host/tags/variable_faults.h"
 
 // In a static library nobody refers to the resource, so it is registered by hand; the macro wants no namespace around.
 static void registerSample() {
@@ -14,27 +16,19 @@ namespace {
 
 constexpr qint64 kLargestFile = 16LL * 1024 * 1024;
 
-const QStringList &columns() {
-    static const QStringList names{QStringLiteral("label"), QStringLiteral("type"), QStringLiteral("address"),
-                                   QStringLiteral("station"), QStringLiteral("count")};
-    return names;
-}
-
 class TagListReader {
 public:
     TagList read(const QString &text) {
         const QVector<CsvRow> rows = csvRows(text);
-        if (rows.isEmpty() || rows.first().fields != columns()) {
-            list_.faults.append(QStringLiteral("line %1, column 1 (label): the first line must be %2")
-                                    .arg(rows.isEmpty() ? 1 : rows.first().line)
-                                    .arg(columns().join(QLatin1Char(','))));
+        list_.faults = columns_.read(rows.value(0));
+        if (!columns_.complete()) {
             return list_;
         }
         for (int i = 1; i < rows.size(); ++i) {
             readRow(rows.at(i));
         }
         if (rows.size() == 1) {
-            list_.faults.append(QStringLiteral("line 2, column 1 (label): the list names no variable"));
+            list_.faults.append(QStringLiteral("line 2: the list names no variable"));
         }
         return list_;
     }
@@ -42,58 +36,81 @@ public:
 private:
     void readRow(const CsvRow &row) {
         row_ = &row;
-        faultsBefore_ = list_.faults.size();
+        const int faultsBefore = list_.faults.size();
+        const int fields = row.fields.size();
         if (row.badField != 0) {
             fault(row.badField, row.badReason);
-        } else if (row.fields.size() != columns().size()) {
-            fault(qMin(row.fields.size(), columns().size()) + (row.fields.size() > columns().size() ? 1 : 0),
-                  QStringLiteral("the line has %1 fields instead of %2").arg(row.fields.size()).arg(columns().size()));
-        }
-        if (list_.faults.size() > faultsBefore_) {
-            return;
-        }
-
-        dravo::Variable variable;
-        variable.label = row.fields.at(0);
-        variable.addressText = row.fields.at(2);
-        if (variable.label.isEmpty()) {
-            fault(1, QStringLiteral("is empty"));
-        }
-        // A number that does not convert is reported here; the variable's default then stands in for the other checks.
-        const bool typeGood = readNumber(2, &variable.elemType);
-        readNumber(4, &variable.station);
-        readNumber(5, &variable.count);
-        for (const dravo::VariableFault &found : dravo::resolve(&variable)) {
-            if (typeGood || found.field != QLatin1String("address")) {
-                fault(columns().indexOf(found.field) + 1, found.reason);
+        } else if (fields != columns_.size()) {
+            fault(qMin(fields, columns_.size()) + (fields > columns_.size() ? 1 : 0),
+                  QStringLiteral("the line has %1 %2 instead of %3")
+                      .arg(QString::number(fields), QLatin1String(fields == 1 ? "field" : "fields"),
+                           QString::number(columns_.size())));
+        } else {
+            const Tag tag = readTag();
+            if (list_.faults.size() == faultsBefore) {
+                list_.variables.append(tag);
             }
-        }
-        if (list_.faults.size() == faultsBefore_) {
-            list_.variables.append(variable);
         }
     }
 
-    bool readNumber(int column, int *number) {
+    Tag readTag() {
+        Tag tag;
+        tag.label = field("label");
+        tag.addressText = field("address");
+        if (tag.label.isEmpty()) {
+            fault("label", QStringLiteral("is empty"));
+        }
+        // A number that does not convert is reported here; the variable's default then stands in for the other checks.
+        const bool typeGood = readNumber("type", &tag.elemType);
+        readNumber("station", &tag.station);
+        readNumber("count", &tag.count);
+        for (const dravo::VariableFault &found : resolveWritten(&tag)) {
+            if (typeGood || found.field != QLatin1String("address")) {
+                fault(found.field.toLatin1().constData(), found.reason);
+            }
+        }
+        const FormatTexts texts{field("format"), field("scale"), field("offset"), field("unit")};
+        for (const dravo::VariableFault &found :
+             readFormat(texts, typeGood ? kindOfType(tag.elemType) : std::nullopt, &tag.format)) {
+            fault(found.field.toLatin1().constData(), found.reason);
+        }
+        return tag;
+    }
+
+    bool readNumber(const char *name, int *number) {
         bool good = false;
-        const int value = row_->fields.at(column - 1).toInt(&good);
+        const int value = field(name).toInt(&good);
         if (good) {
             *number = value;
         } else {
-            fault(column, QStringLiteral("'%1' is no whole number").arg(row_->fields.at(column - 1)));
+            fault(name, quoted(field(name)) + QStringLiteral(" is no whole number"));
         }
         return good;
     }
 
-    void fault(int column, const QString &reason) {
-        const QString name = columns().value(column - 1, QStringLiteral("extra"));
-        list_.faults.append(
-            QStringLiteral("line %1, column %2 (%3): %4").arg(row_->line).arg(column).arg(name, reason));
+    QString field(const char *name) const { return columns_.field(*row_, name); }
+    template <typename Column>
+    void fault(Column column, const QString &reason) {
+        list_.faults.append(columns_.fault(*row_, column, reason));
     }
 
     TagList list_;
+    TagColumns columns_;
     const CsvRow *row_ = nullptr;
-    int faultsBefore_ = 0;
 };
+
+/// Everything that a file holds. @return why it cannot be read.
+QString readAll(const QString &fileName, QByteArray *text) {
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return QStringLiteral("cannot open it: ") + file.errorString();
+    }
+    *text = file.read(kLargestFile + 1);
+    if (file.error() != QFileDevice::NoError) {
+        return QStringLiteral("cannot read it: ") + file.errorString();
+    }
+    return text->size() > kLargestFile ? QStringLiteral("is larger than 16 MiB") : QString();
+}
 
 }  // namespace
 
@@ -102,7 +119,7 @@ TagList parseTagList(const QByteArray &text) {
     const QString decoded = QTextCodec::codecForName("UTF-8")->toUnicode(text.constData(), text.size(), &state);
     if (state.invalidChars > 0 || state.remainingChars > 0) {
         TagList refused;
-        refused.faults.append(QStringLiteral("the tag list is not UTF-8 text"));
+        refused.faults.append(QStringLiteral("is not UTF-8 text"));
         return refused;
     }
     return TagListReader().read(decoded);
@@ -110,17 +127,16 @@ TagList parseTagList(const QByteArray &text) {
 
 TagList loadTagList(const QString &fileName) {
     registerSample();
-    QFile file(fileName.isEmpty() ? QStringLiteral(":/sample_tags.csv") : fileName);
-    TagList refused;
-    if (!file.open(QIODevice::ReadOnly)) {
-        refused.faults.append(QStringLiteral("cannot open the tag list %1: %2").arg(fileName, file.errorString()));
-        return refused;
+    QByteArray text;
+    const QString unreadable = readAll(fileName.isEmpty() ? QStringLiteral(":/sample_tags.csv") : fileName, &text);
+    TagList list;
+    if (unreadable.isEmpty()) {
+        list = parseTagList(text);
+    } else {
+        list.faults.append(unreadable);
     }
-    const QByteArray text = file.read(kLargestFile + 1);
-    if (file.error() != QFileDevice::NoError) {
-        refused.faults.append(QStringLiteral("cannot read the tag list %1: %2").arg(fileName, file.errorString()));
-    } else if (text.size() > kLargestFile) {
-        refused.faults.append(QStringLiteral("the tag list %1 is larger than 16 MiB").arg(fileName));
+    for (QString &fault : list.faults) {
+        fault.prepend(QStringLiteral("tag list ") + fileName + QStringLiteral(": "));
     }
-    return refused.faults.isEmpty() ? parseTagList(text) : refused;
+    return list;
 }

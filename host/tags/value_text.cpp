@@ -1,70 +1,115 @@
 #include "host/tags/value_text.h"
 
-#include <charconv>
-#include <string>
+#include "host/tags/float_text.h"
+#include "host/tags/number_text.h"
+#include "host/tags/quoted_text.h"
 
 namespace {
-
-template <typename Number>
-std::optional<Number> numberIn(const std::string &digits, int base) {
-    Number number = 0;
-    const char *end = digits.data() + digits.size();
-    const std::from_chars_result result = std::from_chars(digits.data(), end, number, base);
-    if (result.ec != std::errc() || result.ptr != end) {
-        return std::nullopt;
-    }
-    return number;
-}
-
-std::optional<qint64> bitOf(const QString &text) {
-    if (text.compare(QLatin1String("on"), Qt::CaseInsensitive) == 0) {
-        return 1;
-    }
-    if (text.compare(QLatin1String("off"), Qt::CaseInsensitive) == 0) {
-        return 0;
-    }
-    return wholeNumber(text);
-}
 
 struct KindFacts {
     int bytes;
     qint64 lowest;
     qint64 highest;
-    const char *allowed;
 };
 
 const KindFacts &factsOf(dravo::ValueKind kind) {
     static const KindFacts kFacts[] = {
-        {1, 0, 1, "on, off, 1 or 0"},
-        {2, -32768, 65535, "-32768 to 65535, or 0x0 to 0xffff"},
-        {4, -2147483648LL, 4294967295LL, "-2147483648 to 4294967295, or 0x0 to 0xffffffff"},
+        {1, 0, 1},
+        {2, -32768, 65535},
+        {4, -2147483648LL, 4294967295LL},
     };
     return kFacts[int(kind)];
 }
 
-}  // namespace
+/// One typed value: its bits, or what can be given instead.
+struct Typed {
+    std::optional<qint64> value;  // negative ones stand for their two's complement
+    QString allowed;
+};
 
-std::optional<qint64> wholeNumber(const QString &text) {
-    const std::string digits = text.toStdString();
-    if (!text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive)) {
-        return numberIn<qint64>(digits, 10);
-    }
-    const std::optional<quint32> hex = numberIn<quint32>(digits.substr(2), 16);  // unsigned: no "0x-1"
-    return hex ? std::optional<qint64>(*hex) : std::nullopt;
+Typed within(std::optional<qint64> value, qint64 lowest, qint64 highest, const QString &allowed) {
+    return value && *value >= lowest && *value <= highest ? Typed{value, QString()} : Typed{std::nullopt, allowed};
 }
 
-TypedValues valueBytes(dravo::ValueKind kind, const QStringList &texts) {
+Typed typedBit(const QString &text) {
+    const bool on = text.compare(QLatin1String("on"), Qt::CaseInsensitive) == 0;
+    const bool off = text.compare(QLatin1String("off"), Qt::CaseInsensitive) == 0;
+    return within(on || off ? std::optional<qint64>(on) : wholeNumber(text), 0, 1, QStringLiteral("on, off, 1 or 0"));
+}
+
+Typed typedFloat(const QString &text) {
+    const std::optional<quint32> bits = floatBits(text);
+    return {bits ? std::optional<qint64>(*bits) : std::nullopt,
+            QStringLiteral("a 32-bit float, inf, -inf, nan or nan:0xffc00001")};
+}
+
+Typed typedPattern(const QString &text, const KindFacts &facts) {
+    const std::optional<quint32> pattern = prefixedNumber(text);
+    return within(
+        pattern ? std::optional<qint64>(*pattern) : std::nullopt, 0, facts.highest,
+        QStringLiteral("0x0 to 0x%1, or up to %2 digits after 0b").arg(facts.highest, 0, 16).arg(8 * facts.bytes));
+}
+
+Typed typedNumber(const QString &text, const KindFacts &facts, qint64 highest) {
+    const Typed pattern = typedPattern(text, facts);
+    const QString allowed = QStringLiteral("%1 to %2, or 0x/0b of %3 bits");
+    return pattern.value ? pattern
+                         : within(wholeNumber(text), facts.lowest, highest,
+                                  allowed.arg(facts.lowest).arg(highest).arg(8 * facts.bytes));
+}
+
+Typed typed(dravo::ValueKind kind, const ValueFormat &format, const QString &text) {
     const KindFacts &facts = factsOf(kind);
+    const bool isSigned = format.notation == Notation::Signed;
+    const qint64 highest = isSigned ? facts.highest / 2 : facts.highest;
+    if (format.scaling) {
+        const RawRead read = rawOf(*format.scaling, text, isSigned ? facts.lowest : 0, highest);
+        return {read.raw, read.allowed};
+    }
+    switch (format.notation) {
+        case Notation::Float:
+            return typedFloat(text);
+        case Notation::Hex:
+        case Notation::Binary:
+            return typedPattern(text, facts);
+        case Notation::Decimal:
+        case Notation::Signed:
+            break;
+    }
+    return kind == dravo::BitValue ? typedBit(text) : typedNumber(text, facts, highest);
+}
+
+QString shown(dravo::ValueKind kind, const ValueFormat &format, quint32 bits) {
+    const int bytes = factsOf(kind).bytes;
+    switch (format.notation) {
+        case Notation::Float:
+            return floatText(bits);
+        case Notation::Hex:
+            return QStringLiteral("0x%1").arg(bits, 2 * bytes, 16, QLatin1Char('0'));
+        case Notation::Binary:
+            return QStringLiteral("0b%1").arg(bits, 8 * bytes, 2, QLatin1Char('0'));
+        case Notation::Decimal:
+        case Notation::Signed:
+            break;
+    }
+    const qint64 highest = factsOf(kind).highest;
+    const bool isNegative = format.notation == Notation::Signed && bits > highest / 2;
+    const qint64 value = isNegative ? bits - (highest + 1) : qint64(bits);
+    return format.scaling ? scaledText(*format.scaling, value) : QString::number(value);
+}
+
+}  // namespace
+
+TypedValues valueBytes(dravo::ValueKind kind, const ValueFormat &format, const QStringList &texts) {
     TypedValues values;
     for (const QString &text : texts) {
-        const std::optional<qint64> value = kind == dravo::BitValue ? bitOf(text) : wholeNumber(text);
-        if (!value || *value < facts.lowest || *value > facts.highest) {
-            values.faults.append(
-                QStringLiteral("'%1' is no value here: give %2").arg(text, QLatin1String(facts.allowed)));
+        const Typed read = typed(kind, format, text);
+        if (!read.value) {
+            values.faults.append(QStringLiteral("%1 is no value here: give %2").arg(quoted(text), read.allowed));
             continue;
         }
-        for (int i = 0; i < facts.bytes; ++i) {
-            values.bytes.append(char((quint64(*value) >> (8 * i)) & 0xff));
+        for (int i = 0; i < factsOf(kind).bytes; ++i) {
+            values.bytes.append(char((quint64(*read.value) >> (8 * i)) & 0xff));
         }
     }
     return values;
@@ -82,10 +127,10 @@ quint32 valueAt(dravo::ValueKind kind, const QByteArray &bytes, int index) {
     return value;
 }
 
-QStringList valueTexts(dravo::ValueKind kind, const QByteArray &bytes, int count) {
+QStringList valueTexts(dravo::ValueKind kind, const ValueFormat &format, const QByteArray &bytes, int count) {
     QStringList texts;
     for (int i = 0; i < count; ++i) {
-        texts.append(QString::number(valueAt(kind, bytes, i)));
+        texts.append(shown(kind, format, valueAt(kind, bytes, i)));
     }
     return texts;
 }

@@ -33,7 +33,8 @@ TEST(Monitor, ShowsNoWrongValueAndOpensTheLineAgainOnceItIsBack) {
     const QStringList fresh = impatient.output().split('\n').filter(",fresh,");
     EXPECT_FALSE(fresh.isEmpty()) << "two masters take turns";
     for (const QString &row : fresh) {  // of a living station, and the value is the label
-        EXPECT_TRUE(QRegExp("\\d+,[^,]*,(\\d+),7,\\1(00)?,[12],fresh,\\d+,\\1,,").exactMatch(row)) << row.toStdString();
+        EXPECT_TRUE(QRegExp("\\d+,[^,]*,(\\d+),7,\\1(00)?,[12],fresh,\\d+,\\1,,,\\1,").exactMatch(row))
+            << row.toStdString();
     }
     EXPECT_EQ(impatient.exitCode(), 1);
     patient.readAllStandardOutput();

@@ -37,6 +37,11 @@ TEST(CommandLine, NamesEveryFault) {
                                                    | write 7 100                                                   | write takes TYPE ADDRESS VALUE...
                                                    | write 7 1x 70000 [1,2] ++                                     | unexpected argument '++'; address: '1x'; '70000' is no value here: give -32768; '[1,2]'
                                                    | write 7 100 1 --frame-limit 125 --retries 0 --remote-node 255 |
+                                                   | write 12 0 -inf --as float --retries -1 -x                    | there is no option '-x'; --retries '-1'
+                                                   | write 7 0 -40 --scale 0.1 --offset -39.5 --as hex --station 0 | --station '0'; --scale '0.1' goes; --offset '-39.5' goes
+                                                   | write 15 12.16 1 --scale 0 --offset 1. --as signed            | --offset '1.'; address: '12.16' has; --as 'signed'; --scale '0' must not
+                                                   | write 7 0 0.00002 --scale 0.00002 --offset=-0.000000001       | '0.00002' is no value here: give 0.000019999 or 0.000039999
+        [read]&as=real&scale=                      | read 20 -1.16                                                 | line 2: --as 'real'; line 3: --scale '' is no; address: '-1.16' is no word.bit
                                                    | simulate --stations 1,1,0,x --link a --second-link a          | --stations names station 1 twice; --stations '0'; --stations 'x'; --link and --second
         baud = 1&give-up=off                       | monitor                                                       | line 1: --baud '1': give a whole number
         passes=1&&passes=6&oops                    | monitor                                                       | line 3: 'passes' is given again, first on line 1; line 4: 'oops' is not NAME = VALUE

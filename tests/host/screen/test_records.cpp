@@ -13,15 +13,16 @@ TEST(MonitorModel, TellsValuesWhatIsWrongAndFigures) {
     settings.frameLimit = 2;  // one value a request
     settings.retries = 0;
     settings.downAfter = 2;
-    dravo::Variable variable;
+    Tag variable;
+    variable.format = {Notation::Signed, Scaling{5, 0, 1}, "\u00b0C"};
     variable.label = "a,\n\"b\"";
     variable.elemType = 12;
     variable.addressText = "100";
     variable.count = 2;
     EXPECT_TRUE(dravo::resolve(&variable).isEmpty());
     dravo::Line line(settings, 0);
-    line.watch({variable}, 0);
     MonitorModel model({variable}, line, 0);
+    line.watch(model.watched(), 0);
     qint64 now = 0;
     dravo::Step step = line.next(now);
     // Lets the next request be answered with this, or not at all.
@@ -39,11 +40,12 @@ TEST(MonitorModel, TellsValuesWhatIsWrongAndFigures) {
         return shown;
     };
     EXPECT_EQ(recordHeader(RecordFormat::Csv) + record(RecordFormat::Csv, told(withCrc("0103 04 ffff fffe"))),
-              "pass,time,label,type,address,station,state,age_ms,values,code,meaning\n"
-              "3,noon,\"a,\n\"\"b\"\"\",12,100,1,never read,,4294967294 -,,\n");
+              "pass,time,label,type,address,station,state,age_ms,values,code,meaning,shown,unit\n"
+              "3,noon,\"a,\n\"\"b\"\"\",12,100,1,never read,,4294967294 -,,,-1.0 -,\u00b0C\n");
     EXPECT_EQ(recordHeader(RecordFormat::Json) + record(RecordFormat::Json, told(withCrc("0103 04 0000 0009"))),
               R"({"address":"100","age_ms":12,"code":null,"label":"a,\n\"b\"","meaning":null,"pass":3,)"
-              R"("state":"fresh","station":1,"time":"noon","type":12,"values":[4294967294,9]})"
+              R"("shown":["-1.0","4.5"],"state":"fresh","station":1,"time":"noon","type":12,"unit":"°C",)"
+              R"("values":[4294967294,9]})"
               "\n");
     model.setLost(true);
     EXPECT_EQ(model.shown(variable, now).state.condition, dravo::Stale);
@@ -51,7 +53,7 @@ TEST(MonitorModel, TellsValuesWhatIsWrongAndFigures) {
     EXPECT_EQ(
         record(RecordFormat::Table, told(withCrc("0183 04"))),
         "3      noon                     a, \"b\"                       12    100        1        failing      24      "
-        " 4294967294 9             71    refused: device failure (exception 4)\n");
+        " -1.0 4.5 \u00b0C              71    refused: device failure (exception 4)\n");
     told(QByteArray());
     EXPECT_EQ(told(QByteArray()).meaning, QString("no answer, next try in 1 s"));
     EXPECT_TRUE(model.anyFailed());
