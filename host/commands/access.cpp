@@ -63,6 +63,9 @@ void addAccessOptions(OptionSet *options, Options *settings) {
     options->addNumber("station", "S", kStation, &settings->variable.station, "Station of the controller.");
     addLineOptions(options, settings);
     addSimulationOptions(options, settings);
+    addPacingOptions(options, settings);
+    addOwnLineSpeed(options, &settings->port);
+    options->addCheck([settings] { return strangerFaults(*settings, {settings->variable.station}); });
 }
 
 QStringList resolveVariable(Options *settings) {
