@@ -66,6 +66,9 @@ void addAccessOptions(OptionSet *options, Options *settings) {
     addFormatOptions(options, settings);
     addLineOptions(options, settings);
     addSimulationOptions(options, settings);
+    addPacingOptions(options, settings);
+    addOwnLineSpeed(options, &settings->port);
+    options->addCheck([settings] { return strangerFaults(*settings, {settings->variable.station}); });
 }
 
 QStringList resolveVariable(Options *settings) {

@@ -8,21 +8,7 @@ constexpr Bounds kNode{0, 255};
 constexpr Bounds kLifetimeMs{1, 3 * kTimeoutMs.highest};
 constexpr Bounds kSilenceMs{0, kLifetimeMs.highest};
 constexpr Bounds kDownAfter{0, 1000};
-
-QStringList takeFaults(SimulatedLineOptions *simulation, const QString &text) {
-    const simulation::Failure failure = parseFaults(text, simulation);
-    return failure ? QStringList{QString::fromStdString(failure.text())} : QStringList();
-}
-
-void addPortOptions(OptionSet *options, PortSettings *port) {
-    options->addText("port", "DEVICE", &port->device, "Serial port; without it the simulated line is used.");
-    options->addNumber("baud", "N", kBaud, &port->baud, "Bits per second.");
-    options->addChoice<QSerialPort::Parity>(
-        "parity", {{"none", QSerialPort::NoParity}, {"even", QSerialPort::EvenParity}, {"odd", QSerialPort::OddParity}},
-        &port->parity, "Parity.");
-    options->addChoice<QSerialPort::StopBits>("stop-bits", {{"1", QSerialPort::OneStop}, {"2", QSerialPort::TwoStop}},
-                                              &port->stopBits, "Stop bits.");
-}
+constexpr int kOwnLineBaud = 115200;  // named in the help of --port; a pass over the built-in sample takes 190 ms
 
 void addReplyOptions(OptionSet *options, Options *settings) {
     options->addNumber("timeout", "MS", kTimeoutMs, &settings->timeoutMs,
@@ -44,8 +30,19 @@ void addReplyOptions(OptionSet *options, Options *settings) {
 
 }  // namespace
 
+void addCharacterOptions(OptionSet *options, PortSettings *port) {
+    options->addNumber("baud", "N", kBaud, &port->baud, "Bits per second.");
+    options->addChoice<QSerialPort::Parity>(
+        "parity", {{"none", QSerialPort::NoParity}, {"even", QSerialPort::EvenParity}, {"odd", QSerialPort::OddParity}},
+        &port->parity, "Parity.");
+    options->addChoice<QSerialPort::StopBits>("stop-bits", {{"1", QSerialPort::OneStop}, {"2", QSerialPort::TwoStop}},
+                                              &port->stopBits, "Stop bits.");
+}
+
 void addLineOptions(OptionSet *options, Options *settings) {
-    addPortOptions(options, &settings->port);
+    options->addText("port", "DEVICE", &settings->port.device,
+                     "Serial port; without it the simulated line is used, at 115200 baud unless --baud is given.");
+    addCharacterOptions(options, &settings->port);
     addReplyOptions(options, settings);
     dravo::LineSettings &line = settings->line;
     options->addNumber("retries", "N", kRetries, &line.retries, "Times a request is sent again after a bad reply.");
@@ -75,5 +72,39 @@ void addSimulationOptions(OptionSet *options, Options *settings) {
     options->add("faults", "LIST",
                  "Faults of the simulated line, separated by commas; P is the probability for each exchange:\n" +
                      faultListHelp(),
-                 [&simulation](const QString &text) { return takeFaults(&simulation, text); });
+                 [&simulation](const QString &text) { return parseFaults(text, &simulation); });
+}
+
+void addPacingOptions(OptionSet *options, Options *settings) {
+    SimulatedLineOptions &simulation = settings->simulation;
+    options->add("turnaround", "LIST",
+                 QStringLiteral("Milliseconds that simulated controllers take before they answer, 0 to %1 (%2). "
+                                "5,2:20,3:8~4 is 5, for station 2 20, and for station 3 from 8 to 12.")
+                     .arg(kLongestTurnaroundMs)
+                     .arg(simulation.turnaround.ms),
+                 [&simulation](const QString &text) { return parseTurnarounds(text, &simulation); });
+    options->addFlag("unpaced", &settings->unpaced,
+                     "Bytes and controllers take no time on the simulated line. Otherwise bytes go at the baud rate.");
+    options->exclude("unpaced", "turnaround", "--unpaced and --turnaround exclude each other");
+}
+
+void addOwnLineSpeed(OptionSet *options, PortSettings *port) {
+    options->exclude("port", "turnaround", "--turnaround is of the simulated line and does not go with --port");
+    options->exclude("port", "unpaced", "--unpaced is of the simulated line and does not go with --port");
+    options->addCheck([options, port] {
+        if (!options->given("port") && !options->given("baud")) {
+            port->baud = kOwnLineBaud;
+        }
+        return QStringList();
+    });
+}
+
+QStringList strangerFaults(const Options &settings, const std::set<int> &stations) {
+    SimulatedLineOptions simulation = settings.simulation;
+    simulation.stations.assign(stations.begin(), stations.end());
+    QStringList faults;
+    for (const std::string &fault : namedStrangers(simulation)) {
+        faults.append(QString::fromStdString(fault));
+    }
+    return faults;
 }

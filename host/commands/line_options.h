@@ -2,6 +2,8 @@
 #ifndef DRAVO_HOST_COMMANDS_LINE_OPTIONS_H
 #define DRAVO_HOST_COMMANDS_LINE_OPTIONS_H
 
+#include <set>
+
 #include "host/commands/option_set.h"
 #include "host/commands/options.h"
 
@@ -16,5 +18,14 @@ void addLineOptions(OptionSet *options, Options *settings);
 void addMonitorLineOptions(OptionSet *options, Options *settings);
 /// Remote frames, and the faults of the simulated line.
 void addSimulationOptions(OptionSet *options, Options *settings);
+/// How long things take on the simulated line.
+void addPacingOptions(OptionSet *options, Options *settings);
+/// Bits per second, parity, stop bits.
+void addCharacterOptions(OptionSet *options, PortSettings *port);
+/// For a command that runs on a simulated line of its own unless a port is given: that line is faster by default, since
+/// it has to be lively rather than like a certain machine.
+void addOwnLineSpeed(OptionSet *options, PortSettings *port);
+/// What the options of the simulated line say of stations that are not these.
+QStringList strangerFaults(const Options &settings, const std::set<int> &stations);
 
 #endif  // DRAVO_HOST_COMMANDS_LINE_OPTIONS_H

@@ -65,12 +65,15 @@ void addOptions(OptionSet *options, Options *settings) {
     addLineOptions(options, settings);
     addMonitorLineOptions(options, settings);
     addSimulationOptions(options, settings);
+    addPacingOptions(options, settings);
+    addOwnLineSpeed(options, &settings->port);
 }
 
 int run(const Options &given) {
     const TagList tags = loadTagList(given.tagFile);
-    if (!tags.faults.isEmpty()) {
-        return refuse(tags.faults);
+    const QStringList strangers = strangerFaults(given, stationsOf(tags.variables));
+    if (!tags.faults.isEmpty() || !strangers.isEmpty()) {
+        return refuse(tags.faults.isEmpty() ? strangers : tags.faults);  // what stations there are the tag list says
     }
     OpenLine line;
     if (Failure failure = line.open(given, stationsOf(tags.variables))) {

@@ -27,8 +27,10 @@ SimulatedLineOptions simulationFor(const Options &options) {
     SimulatedLineOptions simulation = options.simulation;
     simulation.baud = options.port.baud;
     simulation.remoteNode = options.remoteNode.value_or(-1);
+    simulation.paced = !options.unpaced;
     // Later than the timeout, but within the lifetime that controllers are taken to keep.
     const dravo::LineSettings line = lineSettings(options);
+    simulation.bitsPerCharacter = line.bitsPerCharacter;
     simulation.lateBy = std::chrono::milliseconds((line.timeoutUs + (line.lifetimeUs - line.timeoutUs) / 8) / kMs + 1);
     return simulation;
 }

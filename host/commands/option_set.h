@@ -68,6 +68,8 @@ public:
     void exclude(const char *one, const char *other, const QString &fault);
 
     void addOptionFile();
+    /// Whether the command line or the option file sets it; for checks. False for what the command does not have.
+    bool given(const char *name) const;
 
     /// Takes the parsed command line and, where it says nothing, the option file that it names. @return every fault.
     QStringList take();
@@ -85,7 +87,6 @@ private:
     void addOneOf(const char *name, const QStringList &choices, const QString &standard, const QString &help,
                   const std::function<void(int)> &take);
     CLI::Option *find(const QString &name) const;  // null: no such option
-    bool given(const char *name) const;
     QStringList takeOptionFile(const QString &fileName);
     void setFromFile(CLI::Option *option, const QString &value, const QString &origin);
 

@@ -28,7 +28,8 @@ CLI::Option *OptionSet::find(const QString &name) const {
 }
 
 bool OptionSet::given(const char *name) const {
-    return !find(QLatin1String(name))->empty();
+    const CLI::Option *option = find(QLatin1String(name));
+    return option != nullptr && !option->empty();
 }
 
 QStringList OptionSet::take() {

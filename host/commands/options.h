@@ -17,7 +17,8 @@ struct Options {
     std::optional<int> lifetimeMs;
     std::optional<int> startSilenceMs;
     std::optional<int> remoteNode;
-    SimulatedLineOptions simulation;  // stations (simulate), faults and seed
+    SimulatedLineOptions simulation;  // stations (simulate), faults, seed and turnarounds
+    bool unpaced = false;             // the simulated line
     bool giveUp = false;              // monitor: a lost device ends it
     QString tagFile;                  // empty: the built-in sample
     std::optional<RecordFormat> format;

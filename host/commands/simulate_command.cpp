@@ -90,9 +90,10 @@ void addOptions(OptionSet *options, Options *settings) {
     options->addNumber("seconds", "N", kSeconds, &settings->seconds, QStringLiteral("Stop after so many seconds."));
     options->addNumber("timeout", "MS", kTimeoutMs, &settings->timeoutMs,
                        QStringLiteral("Timeout of the masters, which a late reply passes."));
-    options->addNumber("baud", "N", kBaud, &settings->port.baud,
-                       QStringLiteral("Bits per second, for the silence between frames."));
+    addCharacterOptions(options, &settings->port);
     addSimulationOptions(options, settings);
+    addPacingOptions(options, settings);
+    options->addCheck([settings, stations] { return strangerFaults(*settings, {stations->begin(), stations->end()}); });
     options->addCheck([settings] {
         const bool same = !settings->link.isEmpty() && settings->link == settings->secondLink;
         return same ? QStringList{QStringLiteral("--link and --second-link name the same file")} : QStringList();

@@ -1,5 +1,7 @@
 #include "host/simulation/controller_memory.h"
 
+#include <algorithm>
+
 namespace simulation {
 
 namespace {
@@ -35,6 +37,12 @@ void ControllerMemory::setCoil(int address, bool on) {
     if (exists(address)) {
         mapping->tab_bits[address] = on ? 1 : 0;
     }
+}
+
+bool ControllerMemory::refuses(int first, int count) const {
+    return std::any_of(forbidden.begin(), forbidden.end(), [=](const std::pair<int, int> &range) {
+        return first <= range.second && first + count > range.first;
+    });
 }
 
 }  // namespace simulation

@@ -16,7 +16,8 @@ bool refuse(FaultyExchange &exchange, const DrawBelow &drawBelow) {
     if (exchange.replyLost) {
         return false;
     }
-    exchange.exceptionCode = static_cast<std::uint8_t>(kIllegalFunction + drawBelow(kDeviceFailure));
+    // Those that pass. A master may take the others, 1 to 3, for final; of them there is "refuse".
+    exchange.exceptionCode = drawBelow(2) == 0 ? kDeviceFailure : kDeviceBusy;
     return true;
 }
 
@@ -57,14 +58,13 @@ const std::vector<FaultRow> &faultTable() {
     using Kind = FaultKind;
     using Stage = FaultStage;
     static const std::vector<FaultRow> kFaults{
-        {"noreply", "P", Kind::NoReply, "no reply, maybe no request", Stage::Request, &loseAnswer},
-        {"exception", "P", Kind::ExceptionReply, "refused with an exception", Stage::Request, &refuse},
-        {"wrongstation", "P", Kind::WrongStation, "another station's number", Stage::Reply, &nameOtherStation},
-        {"flip", "P", Kind::FlippedBit, "one bit flipped", Stage::Reply, &flipBit},
-        {"truncated", "P", Kind::Truncated, "bytes missing at the end", Stage::Reply, &truncate},
-        {"stray", "P", Kind::StrayByte, "a byte too many before it", Stage::Reply, &addStrayByte},
-        {"late", "P", Kind::LateReply, "later than the timeout", Stage::Reply, &holdBack},
-        {"dead", "STATION", Kind::DeadStation, "a station that never answers", Stage::Setting, nullptr},
+        {"noreply", Kind::NoReply, "no reply, maybe no request", Stage::Request, &loseAnswer},
+        {"exception", Kind::ExceptionReply, "refused, exception 4 or 6", Stage::Request, &refuse},
+        {"wrongstation", Kind::WrongStation, "another station's number", Stage::Reply, &nameOtherStation},
+        {"flip", Kind::FlippedBit, "one bit flipped", Stage::Reply, &flipBit},
+        {"truncated", Kind::Truncated, "bytes missing at the end", Stage::Reply, &truncate},
+        {"stray", Kind::StrayByte, "a byte too many before it", Stage::Reply, &addStrayByte},
+        {"late", Kind::LateReply, "later than the timeout", Stage::Reply, &holdBack},
     };
     return kFaults;
 }

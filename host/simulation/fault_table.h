@@ -1,4 +1,5 @@
-// The kinds of faults, one row each: how the operator writes it, and what it does to an exchange. Pure functions.
+// The kinds of faults that are drawn for each exchange, one row each: how the operator writes it, and what it does to
+// an exchange. Pure functions.
 #ifndef DRAVO_SIMULATION_FAULT_TABLE_H
 #define DRAVO_SIMULATION_FAULT_TABLE_H
 
@@ -22,11 +23,10 @@ struct FaultyExchange {
 /// A random number from 0 to end - 1.
 using DrawBelow = std::function<unsigned(std::size_t end)>;
 
-enum class FaultStage { Request, Reply, Setting };  // Setting: not drawn, its value is a station
+enum class FaultStage { Request, Reply };
 
 struct FaultRow {
     const char *name;
-    const char *value;  // what stands behind "name="
     FaultKind kind;
     const char *help;
     FaultStage stage;  // Request: before the controller gets it; Reply: once there is a reply

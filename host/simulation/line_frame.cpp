@@ -64,6 +64,12 @@ std::size_t replyLength(const Bytes &bytes) {
     return bytes[1] <= 4 ? 3U + bytes[2] + kCrcBytes : 8U;
 }
 
+AddressSpan addressesOf(const Bytes &request) {
+    const auto wordAt = [&request](std::size_t i) { return request[i] << 8 | request[i + 1]; };
+    const bool single = request[1] == 5 || request[1] == 6;
+    return {wordAt(2), single ? 1 : wordAt(4)};
+}
+
 Bytes exceptionReply(std::uint8_t station, std::uint8_t function, std::uint8_t code) {
     Bytes reply{station, static_cast<std::uint8_t>(function | kExceptionBit), code};
     appendCrc(reply);

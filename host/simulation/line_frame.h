@@ -11,7 +11,13 @@ namespace simulation {
 using Bytes = std::vector<std::uint8_t>;
 
 constexpr std::uint8_t kExceptionBit = 0x80;
-enum ExceptionCode : std::uint8_t { kIllegalFunction = 1, kIllegalAddress = 2, kIllegalValue = 3, kDeviceFailure = 4 };
+enum ExceptionCode : std::uint8_t {
+    kIllegalFunction = 1,
+    kIllegalAddress = 2,
+    kIllegalValue = 3,
+    kDeviceFailure = 4,
+    kDeviceBusy = 6
+};
 
 void appendCrc(Bytes &frame);
 bool crcFits(const Bytes &frame);
@@ -20,6 +26,13 @@ bool crcFits(const Bytes &frame);
 std::size_t requestLength(const Bytes &bytes);
 /// The same for a reply.
 std::size_t replyLength(const Bytes &bytes);
+
+struct AddressSpan {
+    int first;
+    int count;
+};
+/// What a whole request reads or writes.
+AddressSpan addressesOf(const Bytes &request);
 
 Bytes exceptionReply(std::uint8_t station, std::uint8_t function, std::uint8_t code);
 

@@ -8,8 +8,6 @@ namespace simulation {
 
 namespace {
 
-constexpr std::size_t kLongestInput = 4096;  // no frame is as long; more without a silence is noise
-
 /// Length of the whole frame that stands at the front; 0: only silence can tell.
 std::size_t wholeFrame(const Bytes &input, bool remoteFrames) {
     if (const std::size_t length = remoteFrames ? remoteFrameLength(input) : 0; length != 0 && length <= input.size()) {
@@ -29,24 +27,33 @@ std::size_t wholeFrame(const Bytes &input, bool remoteFrames) {
 
 }  // namespace
 
-void MasterPort::receive() {
-    const std::size_t before = input_.size();
-    terminal_.read(input_);
-    if (input_.size() == before) {
-        return;
-    }
-    lastInput_ = Clock::now();
-    if (input_.size() > kLongestInput) {
-        input_.resize(kLongestInput);
+void MasterPort::listen() {
+    if (hasRoom()) {
+        Bytes bytes;
+        terminal_.read(bytes);
+        sent_.put(bytes, Clock::now());
     }
 }
 
+void MasterPort::carry() {
+    const Clock::time_point now = Clock::now();
+    const Bytes arrived = sent_.take(now);
+    if (rules_.echo) {
+        terminal_.write(arrived);
+    }
+    input_.insert(input_.end(), arrived.begin(), arrived.end());
+    if (input_.size() > kMostWaiting) {  // more without a silence is noise
+        input_.resize(kMostWaiting);
+    }
+    terminal_.write(output_.take(now));
+}
+
 std::optional<Bytes> MasterPort::takeFrame() {
-    if (input_.empty()) {
+    if (!mayServe()) {
         return std::nullopt;
     }
     std::size_t length = wholeFrame(input_, rules_.remoteFrames);
-    if (length == 0 && Clock::now() - lastInput_ >= rules_.silence) {
+    if (length == 0 && sent_.isEmpty() && Clock::now() - sent_.lastByte() >= rules_.silence) {
         length = input_.size();
     }
     if (length == 0) {
@@ -58,28 +65,14 @@ std::optional<Bytes> MasterPort::takeFrame() {
     return frame;
 }
 
-void MasterPort::reply(const Bytes &bytes, Clock::time_point due) {
-    if (!output_.empty() && due <= output_.back().due) {
-        output_.back().bytes.insert(output_.back().bytes.end(), bytes.begin(), bytes.end());
-    } else {
-        output_.push_back({bytes, due});
-    }
-    sendWhatIsDue();
-}
-
-void MasterPort::sendWhatIsDue() {
-    for (; !output_.empty() && output_.front().due <= Clock::now(); output_.pop_front()) {
-        terminal_.write(output_.front().bytes);
-    }
+bool MasterPort::isTalking() const {
+    return !sent_.isEmpty() || !input_.empty() || output_.isMoving(Clock::now());
 }
 
 Clock::time_point MasterPort::nextDeadline() const {
-    Clock::time_point deadline = Clock::time_point::max();
-    if (!input_.empty()) {
-        deadline = lastInput_ + rules_.silence;
-    }
-    if (!output_.empty()) {
-        deadline = std::min(deadline, output_.front().due);
+    Clock::time_point deadline = std::min(sent_.nextDue(), output_.nextDue());
+    if (mayServe() && sent_.isEmpty()) {
+        deadline = std::min(deadline, sent_.lastByte() + rules_.silence);
     }
     return deadline;
 }

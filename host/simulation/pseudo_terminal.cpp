@@ -13,6 +13,8 @@ namespace simulation {
 
 namespace {
 
+constexpr std::size_t kMostAtOnce = 4096;  // the other end may write as fast as this one reads
+
 bool makeRaw(int descriptor) {
     termios settings{};
     if (::tcgetattr(descriptor, &settings) != 0) {
@@ -47,7 +49,8 @@ Failure PseudoTerminal::open(std::optional<PseudoTerminal> *terminal) {
 void PseudoTerminal::read(Bytes &bytes) const {
     std::array<std::uint8_t, 1024> chunk;
     ssize_t got = 0;
-    while ((got = ::read(descriptor(), chunk.data(), chunk.size())) > 0) {
+    const std::size_t most = bytes.size() + kMostAtOnce;
+    while (bytes.size() < most && (got = ::read(descriptor(), chunk.data(), chunk.size())) > 0) {
         bytes.insert(bytes.end(), chunk.begin(), chunk.begin() + got);
     }
 }

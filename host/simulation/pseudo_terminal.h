@@ -16,7 +16,7 @@ public:
 
     const std::string &path() const { return path_; }
     int descriptor() const { return relayEnd_.get(); }
-    /// Appends what has arrived to bytes; never waits.
+    /// Appends what has arrived to bytes, some thousands of them at most; never waits.
     void read(Bytes &bytes) const;
     /// Never waits: what the other end has no room for is lost, as on a wire.
     void write(const Bytes &bytes) const;

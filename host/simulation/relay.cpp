@@ -4,64 +4,17 @@
 
 #include <algorithm>
 
-#include "host/simulation/remote_node.h"
+#include "host/simulation/carry_out.h"
 
 namespace simulation {
-
-namespace {
-
-int stationOf(const Bytes &request) {
-    return request[0];
-}
-
-int stationOf(const RemoteFrame &request) {
-    return request.station;
-}
-
-Bytes refusal(const Bytes &request, std::uint8_t code) {
-    return exceptionReply(request[0], request[1], code);
-}
-
-Bytes refusal(const RemoteFrame &request, std::uint8_t code) {
-    return remoteException(request, request.station, code);
-}
-
-/// Whether the server reads exactly this request. Where function code and length do not agree it would read on, or
-/// leave the rest for the next request; of a frame too long for Modbus it always leaves the rest.
-bool isLegible(const Bytes &request) {
-    return requestLength(request) == request.size() && request.size() <= MODBUS_RTU_MAX_ADU_LENGTH;
-}
-
-Bytes carryOut(const Bytes &request, Controller &controller, const StopFlag &stop) {
-    if (isLegible(request)) {
-        return controller.exchange(request, stop);
-    }
-    return refusal(request, requestLength(request) == 0 ? kIllegalFunction : kIllegalValue);
-}
-
-Bytes carryOut(const RemoteFrame &request, Controller &controller, const StopFlag & /*stop*/) {
-    return serveRemoteFrame(request, request.station, controller.memory());
-}
-
-void carryOutBroadcast(const Bytes &request, Controller &controller) {
-    if (isLegible(request)) {
-        controller.broadcast(request);
-    }
-}
-
-void carryOutBroadcast(const RemoteFrame &request, Controller &controller) {
-    if (request.write) {
-        serveRemoteFrame(request, request.station, controller.memory());
-    }
-}
-
-}  // namespace
 
 Relay::Relay(const SimulatedLineOptions &options, Controllers &controllers, LineFaults &faults, const StopFlag &stop,
              std::array<MasterPort, 2> &ports)
     : deadStation_(options.deadStation),
-      lateBy_(options.lateBy),
+      character_(characterTime(options)),
+      gap_(options.paced ? frameGap(options) : Clock::duration::zero()),
       remoteFrames_(options.remoteNode >= 0),
+      answerTimes_(options),
       controllers_(controllers),
       faults_(faults),
       stop_(stop),
@@ -70,38 +23,50 @@ Relay::Relay(const SimulatedLineOptions &options, Controllers &controllers, Line
 void Relay::run() {
     bool workLeft = false;
     while (waitForWork(workLeft)) {
-        for (MasterPort &port : ports_) {
-            port.receive();
-            port.sendWhatIsDue();
-        }
+        carryBytes();
         workLeft = serveOne();
     }
 }
 
+/// A master always hears and is heard in its own exchange, the other one only between two.
+bool Relay::isHeard(std::size_t port) const {
+    return port == talker_ || (Clock::now() >= lineFree_ && !ports_[talker_].isTalking());
+}
+
+void Relay::carryBytes() {
+    const std::size_t other = 1 - talker_;  // goes first, so that the two take turns
+    for (const std::size_t port : {other, 1 - other}) {
+        if (isHeard(port)) {
+            ports_[port].listen();
+        }
+        ports_[port].carry();
+        if (isHeard(port) && ports_[port].isTalking()) {
+            talker_ = port;
+        }
+    }
+}
+
 bool Relay::waitForWork(bool workLeft) {
-    Clock::time_point deadline = Clock::time_point::max();
-    for (const MasterPort &port : ports_) {
-        deadline = std::min(deadline, port.nextDeadline());
+    Clock::time_point deadline = lineFree_ > Clock::now() ? lineFree_ : Clock::time_point::max();
+    std::array<pollfd, 3> waitFor{{{stop_.descriptor(), POLLIN, 0}}};
+    for (std::size_t port = 0; port < ports_.size(); ++port) {
+        deadline = std::min(deadline, ports_[port].nextDeadline());
+        const bool listens = isHeard(port) && ports_[port].hasRoom();
+        waitFor[1 + port] = {listens ? ports_[port].descriptor() : -1, POLLIN, 0};
     }
-    int patience = -1;
-    if (workLeft) {
-        patience = 0;
-    } else if (deadline != Clock::time_point::max()) {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
-        patience = static_cast<int>(std::clamp<std::chrono::milliseconds::rep>(left, 0, 60000));
+    std::chrono::nanoseconds patience{0};
+    if (!workLeft) {
+        patience = std::clamp<std::chrono::nanoseconds>(deadline - Clock::now(), patience, std::chrono::minutes(1));
     }
-    std::array<pollfd, 3> waitFor{
-        {{stop_.descriptor(), POLLIN, 0}, {ports_[0].descriptor(), POLLIN, 0}, {ports_[1].descriptor(), POLLIN, 0}}};
-    ::poll(waitFor.data(), waitFor.size(), patience);
+    const timespec timeout{static_cast<time_t>(patience.count() / 1000000000), patience.count() % 1000000000};
+    ::ppoll(waitFor.data(), waitFor.size(), &timeout, nullptr);
     return waitFor[0].revents == 0;
 }
 
-/// Serves at most one frame, the masters taking turns. @return whether there may be another one.
+/// Serves at most one frame. @return whether there may be another one.
 bool Relay::serveOne() {
-    for (std::size_t i = 0; i < ports_.size(); ++i) {
-        MasterPort &port = ports_[(turn_ + i) % ports_.size()];
+    for (MasterPort &port : ports_) {
         if (const std::optional<Bytes> frame = port.takeFrame()) {
-            turn_ = (turn_ + i + 1) % ports_.size();
             serve(port, *frame);
             return true;
         }
@@ -110,7 +75,8 @@ bool Relay::serveOne() {
 }
 
 void Relay::serve(MasterPort &port, const Bytes &frame) {
-    const Clock::time_point asked = Clock::now();
+    const Clock::time_point asked = port.frameEnd();
+    lineFree_ = asked + gap_;
     const auto serveRequest = [&](const auto &request) {
         faults_.drawNext();
         if (stationOf(request) == 0) {
@@ -119,7 +85,11 @@ void Relay::serve(MasterPort &port, const Bytes &frame) {
         }
         const FaultyExchange done = exchange(stationOf(request), request);
         if (!done.reply.empty()) {
-            port.reply(done.reply, done.late ? asked + lateBy_ : asked);
+            const Clock::time_point due = answerTimes_.begin(stationOf(request), asked, done.late);
+            port.reply(done.reply, due);
+            if (!done.late) {
+                lineFree_ = due + character_ * static_cast<Clock::rep>(done.reply.size()) + gap_;
+            }
         }
     };
     // The CRC first: it is the stronger sign. Frames for every node are served: the line leads to one node, whatever

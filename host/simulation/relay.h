@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 
+#include "host/simulation/answer_times.h"
 #include "host/simulation/controller.h"
 #include "host/simulation/line_faults.h"
 #include "host/simulation/master_port.h"
@@ -30,6 +31,8 @@ public:
 
 private:
     bool waitForWork(bool workLeft);  // false: stop
+    bool isHeard(std::size_t port) const;
+    void carryBytes();
     bool serveOne();
     void serve(MasterPort &port, const Bytes &frame);
     template <class Request>
@@ -38,13 +41,16 @@ private:
     void broadcast(const Request &request);
 
     const int deadStation_;
-    const Clock::duration lateBy_;
+    const Clock::duration character_;
+    const Clock::duration gap_;
     const bool remoteFrames_;
+    AnswerTimes answerTimes_;
     Controllers &controllers_;
     LineFaults &faults_;
     const StopFlag &stop_;
     std::array<MasterPort, 2> &ports_;
-    std::size_t turn_ = 0;  // the port that is asked first for its next frame
+    std::size_t talker_ = 0;      // the port whose exchange is under way, or was the last one
+    Clock::time_point lineFree_;  // when that is over, and the silence after it
 };
 
 }  // namespace simulation

@@ -1,5 +1,7 @@
 #include "host/simulation/remote_node.h"
 
+#include <algorithm>
+
 #include "host/simulation/element_map.h"
 
 namespace simulation {
@@ -104,7 +106,8 @@ Bytes remoteException(const RemoteFrame &frame, std::uint8_t station, std::uint8
 Bytes serveRemoteFrame(const RemoteFrame &frame, std::uint8_t station, ControllerMemory &memory) {
     const std::optional<ElementKind> kind = elementKind(frame.elementType);
     const std::optional<std::vector<Place>> places = kind ? placesOf(frame, *kind) : std::nullopt;
-    if (!places) {
+    const auto isForbidden = [&memory](const Place &place) { return memory.refuses(place.address, 1); };
+    if (!places || std::any_of(places->begin(), places->end(), isForbidden)) {
         return remoteException(frame, station, kIllegalAddress);
     }
 

@@ -1,11 +1,11 @@
 #include "host/simulation/simulated_line.h"
 
 #include <algorithm>
-#include <set>
 #include <system_error>
 #include <thread>
 #include <utility>
 
+#include "host/simulation/option_check.h"
 #include "host/simulation/quiet_thread.h"
 #include "host/simulation/relay.h"
 
@@ -16,53 +16,10 @@ namespace {
 // A machine without real-time threads needs longer than the characters alone to tell a silence from a pause. Whole
 // requests are known by their CRC and do not wait for it.
 constexpr std::chrono::milliseconds kShortestSilence{5};
-constexpr int kBitsPerCharacter = 11;
 
-Clock::duration frameSilence(int baud) {
-    const std::chrono::duration<double> characters(3.5 * kBitsPerCharacter / baud);
-    return std::max<Clock::duration>(std::chrono::duration_cast<Clock::duration>(characters), kShortestSilence);
-}
-
-bool isStation(int number) {
-    return number >= 1 && number <= 247;
-}
-
-Failure checkOptions(const SimulatedLineOptions &options) {
-    const std::set<int> stations(options.stations.begin(), options.stations.end());
-    if (stations.empty()) {
-        return Failure("a line needs at least one station");
-    }
-    if (!std::all_of(stations.begin(), stations.end(), isStation)) {
-        return Failure("a station is a number from 1 to 247");
-    }
-    if (stations.size() != options.stations.size()) {
-        return Failure("a station is named twice");
-    }
-    if (options.deadStation != 0 && stations.count(options.deadStation) == 0) {
-        return Failure("the dead station " + std::to_string(options.deadStation) + " is not on the line");
-    }
-    if (options.baud <= 0) {
-        return Failure("the baud rate must be positive");
-    }
-    if (options.lateBy < std::chrono::milliseconds::zero() || options.lateBy > std::chrono::hours(1)) {
-        return Failure("a late reply comes after 0 milliseconds to one hour");
-    }
-    if (options.remoteNode < -1 || options.remoteNode > 255) {
-        return Failure("a remote node is a number from 0 to 255");
-    }
-    std::set<FaultKind> kinds;
-    for (const LineFault &fault : options.faults) {
-        if (fault.kind == FaultKind::DeadStation) {
-            return Failure("a dead station is named by its number");
-        }
-        if (!(fault.probability >= 0.0 && fault.probability <= 1.0)) {
-            return Failure("a fault's probability is from 0 to 1");
-        }
-        if (!kinds.insert(fault.kind).second) {
-            return Failure("a fault is named twice");
-        }
-    }
-    return Failure();
+LineRules lineRules(const SimulatedLineOptions &options) {
+    return {characterTime(options), std::max<Clock::duration>(frameGap(options), kShortestSilence),
+            options.remoteNode >= 0, options.echo};
 }
 
 }  // namespace
@@ -106,7 +63,10 @@ Failure SimulatedLine::start(const SimulatedLineOptions &options, std::unique_pt
             return failure;
         }
     }
-    const FrameRules rules{frameSilence(options.baud), options.remoteNode >= 0};
+    for (const ForbiddenRange &range : options.forbidden) {
+        controllers[range.station]->memory().forbidden.emplace_back(range.first, range.last);
+    }
+    const LineRules rules = lineRules(options);
     std::optional<PseudoTerminal> first;
     std::optional<PseudoTerminal> second;
     for (std::optional<PseudoTerminal> *terminal : {&first, &second}) {

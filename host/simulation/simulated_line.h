@@ -5,9 +5,10 @@
 #ifndef DRAVO_SIMULATED_LINE_H
 #define DRAVO_SIMULATED_LINE_H
 
-#include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <chrono>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,20 +26,41 @@ enum class FaultKind {
     ExceptionReply,  // the request is refused with an exception and not carried out
     DeadStation,     // counted only: which station is dead is said by SimulatedLineOptions::deadStation
 };
-constexpr int kFaultKinds = 8;  // how each is written and what it does: fault_table.cpp
+constexpr int kFaultKinds = 8;  // how each is written and what it does: fault_table.cpp, fault_settings.cpp
 
 struct LineFault {
     FaultKind kind;
     double probability;  // 0 to 1, for each exchange
 };
 
+/// Time from the silence that ends a request to the first byte of its answer, drawn for each request.
+struct Turnaround {
+    int ms = 5;        // 0 to kLongestTurnaroundMs, and so is jitterMs
+    int jitterMs = 0;  // up to so much more
+};
+constexpr int kLongestTurnaroundMs = 60000;
+
+/// Coils and registers of a station, by Modbus address, that it refuses with exception 2.
+struct ForbiddenRange {
+    int station;
+    int first;
+    int last;
+};
+
 struct SimulatedLineOptions {
-    std::vector<int> stations;               // one controller each, 1 to 247
-    int baud = 19200;                        // sets the silence that ends a frame; bytes are not slowed down to it
+    std::vector<int> stations;  // one controller each, 1 to 247
+    int baud = 19200;
+    int bitsPerCharacter = 11;  // start, data, parity and stop bits, 10 to 12
+    bool paced = true;          // bytes and turnarounds take their time; false: none
+    Turnaround turnaround;
+    std::map<int, Turnaround> turnaroundOf;  // by station, where it has one of its own
     std::vector<LineFault> faults;           // each kind at most once
     int deadStation = 0;                     // never answers and carries nothing out; 0: none
+    std::chrono::milliseconds delay{0};      // every answer comes so much later, also where nothing is paced
+    std::vector<ForbiddenRange> forbidden;
+    bool echo = false;                       // the masters' adapters return what they send
     std::uint32_t seed = 1;                  // the same seed and the same requests give the same faults
-    std::chrono::milliseconds lateBy{1100};  // a late reply comes so long after its request: a little more than the
+    std::chrono::milliseconds lateBy{1100};  // a late reply begins so long after its request: a little more than the
                                              // master's timeout, so that it arrives during the next request
     int remoteNode = -1;                     // 0 to 255: the line carries remote frames as well; -1: it does not
     bool moving = true;                      // values move about five times a second, as moving_values.h lists them
@@ -55,7 +77,8 @@ public:
 
     /// Path of the device that the host opens as its serial port.
     const std::string &device() const;
-    /// Path of a device for a second master on the same line. Exchanges of the two masters take turns.
+    /// Path of a device for a second master on the same line. Exchanges of the two masters take turns: what one sends
+    /// while the other's is under way goes on the wire after it.
     const std::string &secondDevice() const;
 
     /// The memory of a controller, behind its back. Addresses are Modbus addresses, 0 to 65535. What does not exist
@@ -74,11 +97,19 @@ private:
     std::unique_ptr<Parts> parts_;
 };
 
-/// Reads a list of faults such as "noreply=0.1,late=0.05,dead=3,seed=7" into the faults, deadStation and seed of
-/// options; an empty text names none. A failure names every bad item and leaves options as they are.
-simulation::Failure parseFaults(const QString &text, SimulatedLineOptions *options);
+/// Reads a list of faults such as "noreply=0.1,late=0.05,dead=3,refuse=2:100-119,echo,seed=7" into the fields of
+/// options that it names; an empty text names none. @return what is wrong with each bad item; options are then as they
+/// were.
+QStringList parseFaults(const QString &text, SimulatedLineOptions *options);
 
 /// What such a list may name: "noreply=P  what it does", a line each.
 QString faultListHelp();
+
+/// Reads turnarounds such as "5,2:20,3:8~4": of every station, of station 2, and of station 3 from 8 to 12 ms. A
+/// failure names every bad item and leaves options as they are.
+QStringList parseTurnarounds(const QString &text, SimulatedLineOptions *options);
+
+/// Everything in options that names a station which is not on the line, in words; empty: nothing does.
+std::vector<std::string> namedStrangers(const SimulatedLineOptions &options);
 
 #endif

@@ -9,7 +9,9 @@
 
 #include "host/simulation/simulated_line.h"
 
-inline std::unique_ptr<SimulatedLine> startLine(const SimulatedLineOptions &options) {
+/// Where bytes take no time.
+inline std::unique_ptr<SimulatedLine> startLine(SimulatedLineOptions options) {
+    options.paced = false;
     std::unique_ptr<SimulatedLine> line;
     const simulation::Failure failure = SimulatedLine::start(options, &line);
     EXPECT_FALSE(failure) << failure.text();

@@ -43,6 +43,9 @@ TEST(CommandLine, NamesEveryFault) {
                                                    | write 7 0 0.00002 --scale 0.00002 --offset=-0.000000001       | '0.00002' is no value here: give 0.000019999 or 0.000039999
         [read]&as=real&scale=                      | read 20 -1.16                                                 | line 2: --as 'real'; line 3: --scale '' is no; address: '-1.16' is no word.bit
                                                    | simulate --stations 1,1,0,x --link a --second-link a          | --stations names station 1 twice; --stations '0'; --stations 'x'; --link and --second
+                                                   | simulate --stations 1,2 --faults dead=3 --turnaround 4:1      | 'dead': station 3 is not; turnaround: station 4 is not
+                                                   | read 7 1 --unpaced --turnaround 1 --faults refuse=2:1         | --unpaced and --turnaround; 'refuse': station 2
+                                                   | monitor --port x --unpaced --turnaround 5:x,1                 | --turnaround '5:x'; --unpaced and; --turnaround is of; --unpaced is of
         baud = 1&give-up=off                       | monitor                                                       | line 1: --baud '1': give a whole number
         passes=1&&passes=6&oops                    | monitor                                                       | line 3: 'passes' is given again, first on line 1; line 4: 'oops' is not NAME = VALUE
         [monitor]&passes=1&seconds=2&give-up=maybe | monitor                                                       | line 4: --give-up 'maybe': give on or off; --passes and --seconds
@@ -65,13 +68,15 @@ TEST(CommandLine, TakesWhatIsGiven) {
     EXPECT_EQ(write.values, (QStringList{"-5", "3", "read", "-7"}));
     EXPECT_EQ(QVector<int>({write.variable.station, write.variable.count, write.timeoutMs, write.port.parity}),
               QVector<int>({9, 4, 60, QSerialPort::OddParity}));
-    const Options monitor = parse("monitor --remote-node 0 --stop-bits 2 --faults dead=2").settings;
+    const Options monitor = parse("monitor --remote-node 0 --stop-bits 2 --faults dead=2 --unpaced").settings;
     const SimulatedLineOptions simulation = simulationFor(monitor);
     const dravo::LineSettings own = lineSettings(monitor);
     // Late is after the timeout and before the lifetime ends at 1500 ms; nobody else is on a simulated line.
-    EXPECT_EQ(QVector<qint64>({simulation.deadStation, simulation.remoteNode, simulation.lateBy.count(),
-                               own.startSilenceUs, own.bitsPerCharacter}),
-              QVector<qint64>({2, 0, 626, 0, 12}));
+    EXPECT_EQ(
+        QVector<qint64>({simulation.deadStation, simulation.remoteNode, simulation.lateBy.count(), own.startSilenceUs,
+                         own.bitsPerCharacter, simulation.bitsPerCharacter, simulation.paced, simulation.baud}),
+        QVector<qint64>({2, 0, 626, 0, 12, 12, 0, 115200}));
+    EXPECT_EQ(parse("monitor --port x").settings.port.baud + parse("simulate").settings.port.baud, 2 * 19200);
     const dravo::LineSettings port = lineSettings(
         parse("monitor --port x --baud 300 --parity none --timeout 60 --retries 5 --frame-limit 9 --down-after 0 "
               "--echo on --merge time --lifetime 99 --period 7")

@@ -15,12 +15,13 @@ constexpr std::chrono::milliseconds kLateBy{40};
 /// A line with these faults, and its first device.
 class Line : public QSerialPort {
 public:
-    explicit Line(const QString &faults = QString()) {
+    explicit Line(const QString &faults = QString(), bool paced = false) {
         SimulatedLineOptions options;
         options.stations = {1, 2, 247};
         options.lateBy = kLateBy;
         options.remoteNode = 9;
-        EXPECT_FALSE(parseFaults(faults, &options) || SimulatedLine::start(options, &simulated));
+        options.paced = paced;
+        EXPECT_TRUE(parseFaults(faults, &options).isEmpty() && !SimulatedLine::start(options, &simulated));
         setPortName(QString::fromStdString(simulated->device()));
         EXPECT_TRUE(open(ReadWrite));
     }
@@ -39,7 +40,7 @@ public:
 };
 
 TEST(SimulatedLine, AnswersAsAControllerDoesWhateverArrives) {
-    Line line;
+    Line line("refuse=1:300-319,refuse=2:7");
     // The reply stands without its CRC, empty when none comes.
     for (const TableRow &row : table(R"(
         name                   | request                                                        | reply
@@ -55,6 +56,7 @@ TEST(SimulatedLine, AnswersAsAControllerDoesWhateverArrives) {
         remote, past the end   | 16 05 00 09 01 0007 00005bf0 0001 0000000000000000 78          | 0183 02
         remote, address -1     | 16 05 00 09 01 0007 ffffffff 0001 0000000000000000 29          | 0183 02
         remote, wrong sum      | 16 05 00 02 01 0007 00000000 0002 0000000000000000 28          |
+        remote, forbidden      | 16 05 00 09 01 0007 0000012c 0001 0000000000000000 5a          | 0183 02
         remote, wrong length   | 17 05 00 02 01 0007 00000000 0002 0000000000000000 28          |)")) {
         const QByteArray reply = row.empty("reply") ? QByteArray() : withCrc(row["reply"]);
         EXPECT_EQ(line.ask(bytes(row["request"]), reply.size()), reply) << row.line();
@@ -62,7 +64,31 @@ TEST(SimulatedLine, AnswersAsAControllerDoesWhateverArrives) {
     const QByteArray longWrite = bytes("42 05 01 09 01 0007 00000064 0096 0000000000000000") + QByteArray(300, '\x11');
     EXPECT_EQ(line.ask(longWrite + char(0x3f), 8), withCrc("0106 0064 0096"));
     EXPECT_EQ(line.simulated->holdingRegister(1, 249), 0x1111);
+    for (const char *refused : {"0103 012a 0003", "0101 013f 07d0", "0106 013f ffff", "0210 0007 0001 02 1234"}) {
+        const QByteArray reply = line.ask(withCrc(refused), 5);
+        EXPECT_EQ(reply, withCrc(bytes(refused).left(1) + char(bytes(refused).at(1) | 0x80) + '\2')) << refused;
+    }
+    for (const char *taken : {"0106 012b ffff", "0106 0140 ffff", "0105 012b ff00", "0206 012c ffff"}) {
+        EXPECT_EQ(line.ask(withCrc(taken), 8), withCrc(taken));
+    }
     EXPECT_LT(line.simulated->holdingRegister(1, 8500), 930) << "the ramp falls";
+}
+
+TEST(SimulatedLine, TakesTheTimeOfTheWireAndEchoes) {
+    Line line("echo,delay=30", true);
+    QSerialPort other(QString::fromStdString(line.simulated->secondDevice()));
+    EXPECT_TRUE(other.open(QSerialPort::ReadWrite));
+    const QByteArray request = withCrc("0103 0010 0014");
+    const QByteArray answer = request + withCrc(bytes("0103 28") + QByteArray(40, '\0'));
+    const auto asked = std::chrono::steady_clock::now();
+    other.write(request);
+    other.flush();
+    EXPECT_EQ(line.ask(request, answer.size()), answer);
+    while (other.bytesAvailable() < answer.size() && other.waitForReadyRead(2000)) {
+    }
+    EXPECT_EQ(other.readAll(), answer);
+    // One after the other 53 characters of 11 bits at 19200, a silence of 3.5, a turnaround of 5 ms and the delay.
+    EXPECT_GE(std::chrono::steady_clock::now() - asked, std::chrono::microseconds(2 * 67370));
 }
 
 TEST(SimulatedLineFaults, ChangeTheReplyAndTheWriteAsTheirNamesSay) {
@@ -75,7 +101,7 @@ TEST(SimulatedLineFaults, ChangeTheReplyAndTheWriteAsTheirNamesSay) {
         flip=1                | 3    | 8    | 10    | 10   | 0   | .{16}
         wrongstation=1        | 4    | 8    | 10    | 10   | 1   | (?!01)..060010abcd....
         stray=1               | 5    | 9    | 10    | 10   | 0   | ..01060010abcd....
-        exception=1           | 6    | 5    | 0     | 0    | 1   | 01860[1-4]....
+        exception=1           | 6    | 5    | 0     | 0    | 1   | 01860[46]....
         dead=1                | 7    | 0    | 0     | 0    | 0   |)")) {
         SCOPED_TRACE(row.line());
         Line line(row["faults"]);
@@ -96,11 +122,15 @@ TEST(SimulatedLineFaults, ChangeTheReplyAndTheWriteAsTheirNamesSay) {
 
 TEST(FaultList, IsTakenWholeOrNotAtAll) {
     SimulatedLineOptions options;
-    ASSERT_FALSE(parseFaults("noreply=0.1, stray=1,dead=247,seed=4294967295", &options));
-    EXPECT_TRUE(options.deadStation == 247 && options.seed == 4294967295U);
-    const simulation::Failure failure =
-        parseFaults("noreply=1.01,late=-0.1,flip=nan,flop=1,dead=248,seed=-1,stray,exception=0,exception=0,", &options);
-    EXPECT_EQ(QString::fromStdString(failure.text()).count("fault '"), 9) << failure.text();
+    ASSERT_TRUE(
+        parseFaults("noreply=0.1, stray=1,dead=247,seed=4294967295,refuse=1:0-65535,refuse=2:7", &options).isEmpty());
+    EXPECT_TRUE(options.deadStation == 247 && options.seed == 4294967295U && options.forbidden.size() == 2);
+    const QStringList faults = parseFaults(
+        "noreply=1.01,late=-0.1,flip=nan,flop=1,dead=248,seed=-1,stray,exception=0,exception=0,,echo=1,delay=60001,"
+        "refuse=0:1,refuse=1:2-1,refuse=1:65536,refuse=1",
+        &options);
+    EXPECT_EQ(faults.size(), 15) << faults.join('\n').toStdString();
+    EXPECT_TRUE(faults.value(3).contains("flop=1': there is no such fault; there are noreply, exception, "));
     EXPECT_EQ(options.faults.size(), 2U);
 }
 
