@@ -2,6 +2,6 @@
 
 const std::vector<const Command *> &commands() {
     static const std::vector<const Command *> kCommands{&kMonitorCommand, &kReadCommand, &kWriteCommand,
-                                                        &kSimulateCommand};
+                                                        &kPlanCommand, &kSimulateCommand};
     return kCommands;
 }

@@ -1,0 +1,48 @@
+#include "host/commands/measure_plan.h"
+
+#include "host/commands/exit_status.h"
+#include "host/plan/measurement.h"
+#include "host/pump/pump.h"
+#include "host/pump/stop_signal.h"
+
+namespace {
+
+std::set<int> stationsOf(const QVector<dravo::Variable> &variables) {
+    std::set<int> stations;
+    for (const dravo::Variable &variable : variables) {
+        stations.insert(variable.station);
+    }
+    return stations;
+}
+
+bool anyFailed(const PassPlan &plan) {
+    bool any = false;
+    for (const PlannedRequest &request : plan.requests) {
+        any = any || !request.failure.isEmpty();
+    }
+    return any;
+}
+
+}  // namespace
+
+int measurePlan(const Options &settings, const QVector<dravo::Variable> &variables, PassPlan *plan) {
+    OpenLine line;
+    if (Failure failure = line.open(settings, stationsOf(variables))) {
+        return fail(kExitPort, failure);
+    }
+    dravo::Line engine(plan->line, nowUs());
+    engine.watch(variables, nowUs());
+    Measurement measurement(*plan);
+    Failure lost;
+    while (!lost && measurement.passes() <= kMeasuredPasses && !stopRequested()) {
+        lost = pump(&line.port(), &engine, [&measurement](const dravo::LineEvent &event) {
+            measurement.take(event, nowUs());
+            return true;
+        });
+    }
+    measurement.fill(plan);
+    if (lost) {
+        return fail(kExitFailed, lost);
+    }
+    return anyFailed(*plan) ? kExitFailed : kExitDone;
+}
