@@ -62,8 +62,8 @@ private:
 
     void writeCurve(const LimitCurve &curve) {
         QString points;
-        for (int limit = 1; limit <= curve.us.size(); ++limit) {
-            points += QStringLiteral("%1,%2 ").arg(pixels(x(limit)), pixels(y(double(curve.us.at(limit - 1)))));
+        for (int i = 0; i < curve.us.size(); ++i) {
+            points += QStringLiteral("%1,%2 ").arg(pixels(x(curve.limitAt(i))), pixels(y(double(curve.us.at(i)))));
         }
         page_->start("polyline", {{"points", points.trimmed()},
                                   {"class", isOwn(curve) ? QStringLiteral("curve own") : QStringLiteral("curve")}});
@@ -89,7 +89,7 @@ private:
         const double pointX = x(pass.frameLimit);
         const double pointY = y(double(pass.figures.us));
         const QString text =
-            QStringLiteral("%1: limit %2, %3 ms").arg(name).arg(pass.frameLimit).arg(msText(pass.figures.us));
+            QStringLiteral("%1: limit %2, %3").arg(name).arg(pass.frameLimit).arg(timeText(pass.figures.us));
         page_->empty(
             "circle",
             {{"cx", pixels(pointX)}, {"cy", pixels(pointY)}, {"r", pixels(radius)}, {"class", QLatin1String(style)}});

@@ -25,7 +25,7 @@ QVector<double> linearTicks(double highest, int about) {
 QVector<double> logarithmicTicks(double lowest, double highest) {
     QVector<double> ticks;
     for (double power = std::pow(10, std::floor(std::log10(lowest)));; power *= 10) {
-        for (const double round : {1, 2, 5}) {
+        for (const double round : {1.0, 1.5, 2.0, 3.0, 5.0, 7.0}) {
             if (power * round <= lowest) {
                 ticks.clear();
             }

@@ -32,31 +32,47 @@ void writeNotes(const PlannedRequest &request, PageWriter *page) {
     page->end();
 }
 
-void writePass(const QString &name, const OtherPass &pass, const QString &difference, PageWriter *page) {
+void writePass(const QString &name, const OtherPass &pass, const QString &difference, qint64 longestUs,
+               PageWriter *page) {
     cell(page, "td", false, name);
     cell(page, "td", true, QString::number(pass.figures.requests));
     cell(page, "td", true, msText(pass.figures.us));
     cell(page, "td", true, difference);
+    page->start("td", {{"class", QStringLiteral("bar")}});
+    const double percent = 100.0 * double(pass.figures.us) / double(qMax<qint64>(1, longestUs));
+    page->element("i", {{"style", QStringLiteral("width: %1%").arg(pixels(percent))}}, QString());
+    page->end();
+}
+
+qint64 longestPass(const PassPlan &plan) {
+    qint64 longest = plan.itself.figures.us;
+    for (const PlanAlternative &other : planAlternatives(plan)) {
+        longest = qMax(longest, other.pass.figures.us);
+    }
+    return longest;
 }
 
 }  // namespace
 
 void writePasses(const PassPlan &plan, PageWriter *page) {
+    const qint64 longestUs = longestPass(plan);
     page->element("h2", {}, QStringLiteral("With other settings"));
     page->start("div", {{"class", QStringLiteral("scroll")}});
-    page->start("table", {{"class", QStringLiteral("passes")}});
+    page->start("table");
     page->start("tr");
     cell(page, "th", false, QStringLiteral("one setting changed"));
     cell(page, "th", true, QStringLiteral("requests"));
     cell(page, "th", true, QStringLiteral("pass ms"));
     cell(page, "th", true, QStringLiteral("difference"));
+    cell(page, "th", false, QString());
     page->end();
     page->start("tr", {{"class", QStringLiteral("own")}});
-    writePass(QStringLiteral("this plan"), plan.itself, QString(), page);
+    writePass(QStringLiteral("this plan"), plan.itself, QString(), longestUs, page);
     page->end();
     for (const PlanAlternative &other : planAlternatives(plan)) {
         page->start("tr");
-        writePass(other.name, other.pass, differenceText(other.pass.figures.us, plan.itself.figures.us), page);
+        writePass(other.name, other.pass, differenceText(other.pass.figures.us, plan.itself.figures.us), longestUs,
+                  page);
         page->end();
     }
     page->end();

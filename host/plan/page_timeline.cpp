@@ -115,7 +115,7 @@ void writeShares(const PassPlan &plan, PageWriter *page) {
 void writeTimeline(const PassPlan &plan, PageWriter *page) {
     page->element("h2", {}, QStringLiteral("Where the time goes"));
     page->element("p", {},
-                  QStringLiteral("One pass of %1 ms, all of it on the line.").arg(msText(plan.itself.figures.us)));
+                  QStringLiteral("One pass of %1, all of it on the line.").arg(timeText(plan.itself.figures.us)));
     writeShares(plan, page);
     page->element("h2", {}, QStringLiteral("The pass, station by station"));
     page->element(

@@ -5,6 +5,8 @@
 namespace {
 
 constexpr int kMostRequests = 20000;  // a pass of minutes; memory and page stay bounded
+constexpr int kManyVariables = 2000;  // from then on curves of other baud rates have every fourth frame limit
+constexpr int kCoarseStep = 4;
 
 OtherPass passWith(const QVector<dravo::Variable> &variables, const dravo::LineSettings &line) {
     return {line.baud, line.merge, line.frameLimit, passFigures(variables, line)};
@@ -40,16 +42,16 @@ void addRequests(const QVector<dravo::Variable> &variables, PassPlan *plan) {
     }
 }
 
-LimitCurve limitCurve(const QVector<dravo::Variable> &variables, dravo::LineSettings line, const GoOn &goOn) {
-    LimitCurve curve{line.baud, {}};
-    for (line.frameLimit = 1; line.frameLimit <= kMostFrameLimit && goOn(); ++line.frameLimit) {
+LimitCurve limitCurve(const QVector<dravo::Variable> &variables, dravo::LineSettings line, int step, const GoOn &goOn) {
+    LimitCurve curve{line.baud, step, {}};
+    for (line.frameLimit = 1; line.frameLimit <= kMostFrameLimit && goOn(); line.frameLimit += step) {
         curve.us.append(passFigures(variables, line).us);
     }
     return curve;
 }
 
 dravo::LineSettings withBestLimit(dravo::LineSettings line, const LimitCurve &curve) {
-    line.frameLimit = 1 + int(std::min_element(curve.us.begin(), curve.us.end()) - curve.us.begin());
+    line.frameLimit = curve.limitAt(int(std::min_element(curve.us.begin(), curve.us.end()) - curve.us.begin()));
     return line;
 }
 
@@ -73,13 +75,14 @@ Failure planPass(const QVector<dravo::Variable> &variables, const dravo::LineSet
     addSums(variables, &made);
     const bool byTime = line.merge == dravo::MergeByTime;
     made.otherMerge = passWith(variables, withMerge(line, byTime ? dravo::MergeByDriver : dravo::MergeByTime));
+    const int step = variables.size() > kManyVariables ? kCoarseStep : 1;
     for (const int baud : kPlanBauds) {
         made.bauds.append(passWith(variables, withBaud(line, baud)));
         if (curves == CurvesOf::AllBauds && baud != line.baud) {
-            made.curves.append(limitCurve(variables, withBaud(line, baud), goOn));
+            made.curves.append(limitCurve(variables, withBaud(line, baud), step, goOn));
         }
     }
-    made.curves.append(limitCurve(variables, line, goOn));
+    made.curves.append(limitCurve(variables, line, 1, goOn));
     if (made.curves.last().us.size() < kMostFrameLimit) {
         return Failure(QStringLiteral("interrupted"));
     }

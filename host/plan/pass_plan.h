@@ -22,7 +22,9 @@ struct OtherPass {
 /// Pass time against frame limit.
 struct LimitCurve {
     int baud;
+    int step;            // from one frame limit to the next
     QVector<qint64> us;  // entry 0: limit 1
+    int limitAt(int entry) const { return 1 + entry * step; }
 };
 
 struct PassPlan {

@@ -32,6 +32,12 @@ QString msText(qint64 us) {
     return QString::number(double(us) / 1000, 'f', 1);
 }
 
+QString timeText(qint64 us) {
+    constexpr qint64 kLongUs = 10000000;
+    return us < kLongUs ? msText(us) + QStringLiteral(" ms")
+                        : QString::number(double(us) / 1e6, 'f', 1) + QStringLiteral(" s");
+}
+
 QString differenceText(qint64 us, qint64 ofUs) {
     if (us == ofUs) {
         return QStringLiteral("the same");

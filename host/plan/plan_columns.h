@@ -16,6 +16,8 @@ QVector<PlanColumn> planColumns(bool measured);
 
 /// "18.4", in milliseconds.
 QString msText(qint64 us);
+/// With its unit, in seconds from 10 s on: "1178.4 ms", "145.0 s".
+QString timeText(qint64 us);
 /// "+12.3 %": what a pass takes more or less than another.
 QString differenceText(qint64 us, qint64 ofUs);
 

@@ -40,16 +40,16 @@ void writeTile(const QString &figure, const QString &name, PageWriter *page) {
 
 void writeTiles(const PassPlan &plan, PageWriter *page) {
     page->start("div", {{"class", QStringLiteral("tiles")}});
-    writeTile(msText(plan.itself.figures.us) + QStringLiteral(" ms"), QStringLiteral("for a pass"), page);
+    writeTile(timeText(plan.itself.figures.us), QStringLiteral("for a pass"), page);
     writeTile(QString::number(plan.requests.size()),
               QStringLiteral("requests, %1 bytes out, %2 in").arg(plan.bytesOut).arg(plan.bytesIn), page);
     writeTile(QString::number(plan.valuesPerSecond(), 'f', 0),
               QStringLiteral("values a second, %1 in a pass").arg(plan.values), page);
     writeTile(QString::number(100 * plan.gapShare(), 'f', 1) + QStringLiteral(" %"),
               QStringLiteral("of the time goes to gaps"), page);
-    writeTile(msText(plan.bestLimit.figures.us) + QStringLiteral(" ms"),
+    writeTile(timeText(plan.bestLimit.figures.us),
               QStringLiteral("with frame limit %1, the best").arg(plan.bestLimit.frameLimit), page);
-    writeTile(msText(plan.otherMerge.figures.us) + QStringLiteral(" ms"),
+    writeTile(timeText(plan.otherMerge.figures.us),
               QStringLiteral("with merge %1").arg(mergeName(plan.otherMerge.merge)), page);
     page->end();
 }
