@@ -2,6 +2,7 @@
 
 #include "host/commands/exit_status.h"
 #include "host/plan/measurement.h"
+#include "host/plan/plan_columns.h"
 #include "host/pump/pump.h"
 #include "host/pump/stop_signal.h"
 
@@ -30,11 +31,15 @@ int measurePlan(const Options &settings, const QVector<dravo::Variable> &variabl
     if (Failure failure = line.open(settings, stationsOf(variables))) {
         return fail(kExitPort, failure);
     }
+    const int passes = settings.passes.value_or(kMeasuredPasses);
+    tell(QStringLiteral("measuring %1 passes after a first one, about %2")
+             .arg(passes)
+             .arg(timeText(plan->itself.figures.us * (passes + 1))));
     dravo::Line engine(plan->line, nowUs());
     engine.watch(variables, nowUs());
     Measurement measurement(*plan);
     Failure lost;
-    while (!lost && measurement.passes() <= kMeasuredPasses && !stopRequested()) {
+    while (!lost && measurement.passes() <= passes && !stopRequested()) {
         lost = pump(&line.port(), &engine, [&measurement](const dravo::LineEvent &event) {
             measurement.take(event, nowUs());
             return true;

@@ -6,7 +6,7 @@
 #include "host/plan/pass_plan.h"
 
 /// After one more, in which the engine learns the line.
-constexpr int kMeasuredPasses = 5;
+constexpr int kMeasuredPasses = 9;
 
 /// @return the exit status: kExitFailed where the device was lost or a request failed; what was measured stands in the
 /// plan all the same.

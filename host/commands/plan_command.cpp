@@ -12,6 +12,7 @@
 namespace {
 
 constexpr Bounds kTurnaroundMs{0, 10000};
+constexpr Bounds kPasses{1, 10000};
 
 void addOptions(OptionSet *options, Options *settings) {
     options->addText("tags", "FILE", &settings->tagFile, QStringLiteral("The tag list (a built-in sample)."));
@@ -21,9 +22,12 @@ void addOptions(OptionSet *options, Options *settings) {
     options->addNumber("turnaround", "MS", kTurnaroundMs, &settings->turnaroundMs,
                        QStringLiteral("What a controller takes to answer."));
     options->addFlag("measure", &settings->measure,
-                     QStringLiteral("Read on the line for %1 passes and put what each request took beside what was "
-                                    "computed. Only then is the port opened.")
-                         .arg(kMeasuredPasses));
+                     QStringLiteral("Read on the line and put what each request took beside what was computed. Only "
+                                    "then is the port opened."));
+    options->addNumber("passes", "N", kPasses, &settings->passes,
+                       QStringLiteral("Passes to measure (%1). One more goes before, in which the engine learns the "
+                                      "line.")
+                           .arg(kMeasuredPasses));
     addLineOptions(options, settings);
     addMergeOption(options, settings);
     addFaultOption(options, settings);
