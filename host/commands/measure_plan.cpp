@@ -8,14 +8,6 @@
 
 namespace {
 
-std::set<int> stationsOf(const QVector<dravo::Variable> &variables) {
-    std::set<int> stations;
-    for (const dravo::Variable &variable : variables) {
-        stations.insert(variable.station);
-    }
-    return stations;
-}
-
 bool anyFailed(const PassPlan &plan) {
     bool any = false;
     for (const PlannedRequest &request : plan.requests) {

@@ -28,14 +28,6 @@ Options settled(Options options, bool live) {
     return options;
 }
 
-std::set<int> stationsOf(const QVector<dravo::Variable> &variables) {
-    std::set<int> stations;
-    for (const dravo::Variable &variable : variables) {
-        stations.insert(variable.station);
-    }
-    return stations;
-}
-
 // Records for programs stay clean: their statistics go to standard error.
 void closingWords(const Monitor &monitor, std::optional<RecordFormat> format) {
     std::FILE *out = format == RecordFormat::Csv || format == RecordFormat::Json ? stderr : stdout;

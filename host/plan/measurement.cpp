@@ -20,6 +20,7 @@ void Measurement::takeExchange(const dravo::LineEvent &exchange, qint64 nowUs) {
     const bool good = exchange.failure == dravo::LineEvent::None && exchange.over;
     const int place = places_.value(exchange.request, -1);
     if (place >= 0 && exchange.over) {
+        times_[place].wasAsked = true;
         times_[place].failure = good ? QString() : dravo::describeResult(exchange.code, exchange.exceptionCode);
     }
     if (place >= 0 && good && lastEndUs_ >= 0 && passes_ > 0) {
@@ -33,7 +34,7 @@ void Measurement::fill(PassPlan *plan) const {
     for (int place = 0; place < times_.size(); ++place) {
         QVector<qint64> us = times_.at(place).us;
         PlannedRequest &request = plan->requests[place];
-        request.failure = times_.at(place).failure;
+        request.failure = times_.at(place).wasAsked ? times_.at(place).failure : QStringLiteral("not asked");
         if (!us.isEmpty()) {
             const auto middle = us.begin() + us.size() / 2;
             std::nth_element(us.begin(), middle, us.end());

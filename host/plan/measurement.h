@@ -17,12 +17,13 @@ public:
     void take(const dravo::LineEvent &event, qint64 nowUs);
     int passes() const { return passes_; }
 
-    /// Puts the medians into the plan, and the failures of requests whose last try was none.
+    /// Puts the medians into the plan, and what became of requests whose last exchange was no good one.
     void fill(PassPlan *plan) const;
 
 private:
     struct Times {
         QVector<qint64> us;
+        bool wasAsked = false;
         QString failure;
     };
     void takeExchange(const dravo::LineEvent &exchange, qint64 nowUs);

@@ -66,8 +66,13 @@ QString noteLegend(const PassPlan &plan) {
                            : QStringLiteral("Notes: ") + words.join(QStringLiteral(", ")) + QStringLiteral("\n");
 }
 
-QString variablesText(const PlannedRequest &request) {
-    return request.failure.isEmpty() ? printable(request.labels.value(0)) : request.failure;
+QString failureLines(const PassPlan &plan) {
+    QString lines;
+    for (int i = 0; i < plan.requests.size(); ++i) {
+        const QString &failure = plan.requests.at(i).failure;
+        lines += failure.isEmpty() ? QString() : QStringLiteral("Request %1: %2\n").arg(i + 1).arg(failure);
+    }
+    return lines;
 }
 
 QString requestLines(const PassPlan &plan) {
@@ -84,8 +89,9 @@ QString requestLines(const PassPlan &plan) {
         for (const PlanColumn &column : columns) {
             line.append({column.text(request), column.isNumber});
         }
-        line += {
-            {noteLetters(request), false}, {QString::number(request.variables), true}, {variablesText(request), false}};
+        line += {{noteLetters(request), false},
+                 {QString::number(request.variables), true},
+                 {printable(request.labels.value(0)), false}};
         lines.append(line);
     }
     return aligned(lines);
@@ -108,24 +114,39 @@ QString passLines(const PassPlan &plan) {
     return aligned(lines);
 }
 
+QString measuredLine(const PassPlan &plan) {
+    qint64 us = 0;
+    int count = 0;
+    for (const PlannedRequest &request : plan.requests) {
+        us += qMax<qint64>(0, request.measuredUs);
+        count += request.measuredUs < 0 ? 0 : 1;
+    }
+    return plan.isMeasured ? QStringLiteral("        measured: %1 ms for %2 of the %3 requests\n")
+                                 .arg(msText(us))
+                                 .arg(count)
+                                 .arg(plan.requests.size())
+                           : QString();
+}
+
 QString sums(const PassPlan &plan) {
-    return QStringLiteral(
-               "A pass: %1 requests, %2 bytes out, %3 in, %4 ms; %5 values a second; %6 % of\n"
-               "the time goes to gaps. %7 baud, %8 bits a character, turnaround %9 ms,\n")
+    return QStringLiteral("A pass: %1 requests, %2 bytes out, %3 in, %4 ms\n")
                .arg(plan.requests.size())
                .arg(plan.bytesOut)
                .arg(plan.bytesIn)
-               .arg(msText(plan.itself.figures.us), QString::number(plan.valuesPerSecond(), 'f', 1),
-                    QString::number(100 * plan.gapShare(), 'f', 1))
+               .arg(msText(plan.itself.figures.us)) +
+           measuredLine(plan) +
+           QStringLiteral("        %1 values a second, %2 % of the time goes to gaps\n")
+               .arg(QString::number(plan.valuesPerSecond(), 'f', 1), QString::number(100 * plan.gapShare(), 'f', 1)) +
+           QStringLiteral("Line:   %1 baud, %2 bits a character, turnaround %3 ms\n")
                .arg(plan.line.baud)
                .arg(plan.line.bitsPerCharacter)
                .arg(msText(plan.line.replyDelayUs)) +
-           QStringLiteral("frame limit %1, merge %2.\n").arg(plan.line.frameLimit).arg(mergeName(plan.line.merge));
+           QStringLiteral("Merge:  %1, frame limit %2\n").arg(mergeName(plan.line.merge)).arg(plan.line.frameLimit);
 }
 
 }  // namespace
 
 QString planTable(const PassPlan &plan) {
     const QString blank = QStringLiteral("\n");
-    return requestLines(plan) + noteLegend(plan) + blank + sums(plan) + blank + passLines(plan);
+    return requestLines(plan) + noteLegend(plan) + failureLines(plan) + blank + sums(plan) + blank + passLines(plan);
 }

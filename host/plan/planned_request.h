@@ -43,7 +43,7 @@ struct PlannedRequest {
 
     // Filled in by a measurement.
     qint64 measuredUs = -1;  // below 0: never answered at the first try
-    QString failure;         // of its last try; empty: it was good
+    QString failure;         // of its last exchange, or that there was none; empty: it was good
 
     int gap() const { return elements.count - wantedCount; }
     /// Data bits of the reply for each element.

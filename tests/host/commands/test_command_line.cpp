@@ -23,7 +23,7 @@ TEST(CommandLine, NamesEveryFault) {
     // faults: words of each, in their order.
     for (const TableRow &row : table(R"(
         lines                                      | arguments                                                     | faults
-                                                   |                                                               | give a command: monitor, read, write or simulate
+                                                   |                                                               | give a command: monitor, read, write, plan or simulate
                                                    | watch                                                         | there is no command 'watch'
                                                    | monitor --passes 0 --seconds 1 extra --tags=                  | unexpected argument 'extra'; --tags names no file; --passes '0'; --passes and --seconds
                                                    | monitor --port x --faults lost=1 --passes 1 --passes 2 --prot | there is no option '--prot'; --passes is given 2; --faults fault 'lost=1'; --faults are
@@ -37,6 +37,7 @@ TEST(CommandLine, NamesEveryFault) {
                                                    | write 7 100                                                   | write takes TYPE ADDRESS VALUE...
                                                    | write 7 1x 70000 [1,2] ++                                     | unexpected argument '++'; address: '1x'; '70000' is no value here: give -32768; '[1,2]'
                                                    | write 7 100 1 --frame-limit 125 --retries 0 --remote-node 255 |
+                                                   | plan --turnaround 10001 --format csv --merge x --passes 0     | --format 'csv'; --turnaround '10001'; --passes '0'; --merge 'x'
                                                    | simulate --stations 1,1,0,x --link a --second-link a          | --stations names station 1 twice; --stations '0'; --stations 'x'; --link and --second
         baud = 1&give-up=off                       | monitor                                                       | line 1: --baud '1': give a whole number
         passes=1&&passes=6&oops                    | monitor                                                       | line 3: 'passes' is given again, first on line 1; line 4: 'oops' is not NAME = VALUE
