@@ -11,6 +11,7 @@ constexpr double kLeft = 64;
 constexpr double kRight = 110;
 constexpr double kTop = 16;
 constexpr double kHeight = 340;
+constexpr double kMargin = 0.1;    // no curve lies on an edge
 constexpr double kLineNeeds = 13;  // between two labels
 constexpr int kLimitTicks[] = {1, 16, 32, 48, 64, 80, 96, 112, 125};
 
@@ -24,7 +25,7 @@ public:
             lowest = std::min(lowest, double(*ends.first));
             highest = std::max(highest, double(*ends.second));
         }
-        ticksMs_ = logarithmicTicks(lowest / 1000, highest / 1000);
+        ticksMs_ = logarithmicTicks(lowest / 1000 * (1 - kMargin), highest / 1000 * (1 + kMargin));
     }
 
     void write() {
@@ -94,14 +95,14 @@ private:
             "circle",
             {{"cx", pixels(pointX)}, {"cy", pixels(pointY)}, {"r", pixels(radius)}, {"class", QLatin1String(style)}});
         const bool isLate = pass.frameLimit > 90;  // then the text stands to the left
-        page_->label(pointX + (isLate ? 4 : -4), pointY + away, isLate ? "strong right" : "strong", text);
+        page_->label(pointX + (isLate ? 4 : -4), pointY + away, isLate ? "strong halo right" : "strong halo", text);
     }
 
     void writePoints() {
-        if (plan_.bestLimit.frameLimit != plan_.itself.frameLimit) {
+        if (plan_.bestLimit.figures.us < plan_.itself.figures.us) {
             writePoint(plan_.bestLimit, "best", 5, QStringLiteral("shortest"), 22);
         }
-        writePoint(plan_.itself, "chosen", 5.5, QStringLiteral("this plan"), -13);
+        writePoint(plan_.itself, "chosen", 5.5, QStringLiteral("this plan"), -14);
     }
 
     const PassPlan &plan_;

@@ -7,7 +7,9 @@
 
 constexpr double kDrawingWidth = 1080;
 
-/// Into what the time of the pass goes, and when which station is asked.
+/// Into what the time of the pass goes.
+void writeShares(const PassPlan &plan, PageWriter *page);
+/// When which station is asked, request by request.
 void writeTimeline(const PassPlan &plan, PageWriter *page);
 /// Pass time against frame limit.
 void writeCurves(const PassPlan &plan, PageWriter *page);

@@ -43,7 +43,7 @@ void writeTiles(const PassPlan &plan, PageWriter *page) {
     writeTile(timeText(plan.itself.figures.us), QStringLiteral("for a pass"), page);
     writeTile(QString::number(plan.requests.size()),
               QStringLiteral("requests, %1 bytes out, %2 in").arg(plan.bytesOut).arg(plan.bytesIn), page);
-    writeTile(QString::number(plan.valuesPerSecond(), 'f', 0),
+    writeTile(QString::number(plan.valuesPerSecond(), 'f', 1),
               QStringLiteral("values a second, %1 in a pass").arg(plan.values), page);
     writeTile(QString::number(100 * plan.gapShare(), 'f', 1) + QStringLiteral(" %"),
               QStringLiteral("of the time goes to gaps"), page);
@@ -87,11 +87,11 @@ QByteArray planPage(const PassPlan &plan, const QString &source) {
     page.element("h1", {}, QLatin1String(kTitle));
     page.element("p", {{"class", QStringLiteral("settings")}}, settingsText(plan, source));
     writeTiles(plan, &page);
-    writeTimeline(plan, &page);
-    writeCurves(plan, &page);
-    writePasses(plan, &page);
-    writeStrips(plan, &page);
-    writeRequests(plan, &page);
+    for (const auto write : {&writeShares, &writeTimeline, &writeCurves, &writePasses, &writeStrips, &writeRequests}) {
+        page.start("section");
+        write(plan, &page);
+        page.end();
+    }
     page.element("footer", {}, footerText(plan));
     for (int i = 0; i < 3; ++i) {
         page.end();
