@@ -48,7 +48,7 @@ TEST(Plan, CoversWhatIsWantedAtTheEnginesPrice) {
         const int bauds[] = {50, 9600, 19200, 19201, 115200, 4000000};
         dravo::LineSettings line = lineAt(bauds[round % 6], 1 + below(125), dravo::MergeRule(round / 6 % 2));
         line.bitsPerCharacter = 10 + below(3);
-        line.replyDelayUs = below(20) * 1000;
+        line.replyDelayUs = below(20) * 1000LL;
         QVector<dravo::Variable> variables;
         std::set<std::tuple<int, int, int>> wanted;
         std::set<QString> labels;
