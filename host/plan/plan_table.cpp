@@ -1,47 +1,10 @@
 #include "host/plan/plan_table.h"
 
+#include "host/plan/aligned_lines.h"
 #include "host/plan/plan_columns.h"
 #include "host/screen/printable.h"
 
 namespace {
-
-constexpr int kWidth = 80;
-constexpr int kLeastForLabel = 12;
-
-struct Cell {
-    QString text;
-    bool isNumber;
-};
-
-// Lines of cells, each column as wide as its widest cell; the last takes what is left and ends in an ellipsis where
-// that is too little.
-QString aligned(const QVector<QVector<Cell>> &lines) {
-    QVector<int> widths(lines.first().size(), 0);
-    int used = 0;
-    for (int column = 0; column + 1 < widths.size(); ++column) {
-        for (const QVector<Cell> &line : lines) {
-            widths[column] = qMax(widths.at(column), line.at(column).text.size());
-        }
-        used += widths.at(column) + 1;
-    }
-    widths.last() = qMax(kLeastForLabel, kWidth - used);
-    QString text;
-    for (const QVector<Cell> &line : lines) {
-        QString row;
-        for (int column = 0; column < widths.size(); ++column) {
-            const Cell &cell = line.at(column);
-            const int width = widths.at(column);
-            const QString fitting = cell.text.size() > width ? cell.text.left(width - 1) + QChar(0x2026) : cell.text;
-            row += cell.isNumber ? fitting.rightJustified(width) : fitting.leftJustified(width);
-            row += QLatin1Char(' ');
-        }
-        while (row.endsWith(QLatin1Char(' '))) {
-            row.chop(1);
-        }
-        text += row + QLatin1Char('\n');
-    }
-    return text;
-}
 
 QString noteLetters(const PlannedRequest &request) {
     QString letters;
