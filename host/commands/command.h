@@ -18,6 +18,7 @@ struct Command {
 extern const Command kMonitorCommand;
 extern const Command kReadCommand;
 extern const Command kWriteCommand;
+extern const Command kPlanCommand;
 extern const Command kSimulateCommand;
 
 /// In the order in which help names them.

@@ -1,7 +1,7 @@
 #include "host/commands/command.h"
 
 const std::vector<const Command *> &commands() {
-    static const std::vector<const Command *> kCommands{&kMonitorCommand, &kReadCommand, &kWriteCommand,
+    static const std::vector<const Command *> kCommands{&kMonitorCommand, &kReadCommand, &kWriteCommand, &kPlanCommand,
                                                         &kSimulateCommand};
     return kCommands;
 }

@@ -21,8 +21,12 @@ int refuse(const QStringList &faults) {
 }
 
 int print(const QString &text) {
+    return printBytes(text.toLocal8Bit());
+}
+
+int printBytes(const QByteArray &bytes) {
     Output output;
-    const Failure failure = output.write(text.toLocal8Bit());
+    const Failure failure = output.write(bytes);
     if (failure && !output.readerGone()) {
         fail(kExitFailed, failure);
     }

@@ -18,5 +18,6 @@ int refuse(const QStringList &faults);
 /// Writes text to standard output. @return kExitDone, or kExitFailed when it could not be written: said aloud unless
 /// the reader has gone.
 int print(const QString &text);
+int printBytes(const QByteArray &bytes);
 
 #endif  // DRAVO_HOST_COMMANDS_EXIT_STATUS_H

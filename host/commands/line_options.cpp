@@ -52,10 +52,14 @@ void addLineOptions(OptionSet *options, Options *settings) {
     options->exclude("port", "faults", "--faults are faults of the simulated line and do not go with --port");
 }
 
-void addMonitorLineOptions(OptionSet *options, Options *settings) {
+void addMergeOption(OptionSet *options, Options *settings) {
     options->addChoice<dravo::MergeRule>(
         "merge", {{"driver", dravo::MergeByDriver}, {"time", dravo::MergeByTime}}, &settings->line.merge,
         "How variables share requests. Neighbours within the frame limit, or as takes the least time on the line.");
+}
+
+void addMonitorLineOptions(OptionSet *options, Options *settings) {
+    addMergeOption(options, settings);
     options->addNumber(
         "down-after", "N", kDownAfter, &settings->line.downAfter,
         "Requests in a row without an answer until a station is only asked now and then, so that it does "
@@ -68,6 +72,10 @@ void addSimulationOptions(OptionSet *options, Options *settings) {
     options->addNumber("remote-node", "N", kNode, &settings->remoteNode,
                        "Send remote frames for this node instead of controller frames. It is also taken as the own "
                        "node, so that all records name it, replies are stored and writes are reported.");
+    addFaultOption(options, settings);
+}
+
+void addFaultOption(OptionSet *options, Options *settings) {
     SimulatedLineOptions &simulation = settings->simulation;
     options->add("faults", "LIST",
                  "Faults of the simulated line, separated by commas; P is the probability for each exchange:\n" +

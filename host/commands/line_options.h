@@ -14,7 +14,9 @@ constexpr Bounds kSeconds{1, 10 * 365 * 24 * 3600};
 
 /// Port, its settings, and how requests go over it.
 void addLineOptions(OptionSet *options, Options *settings);
-/// How it is watched for long.
+/// How variables share cyclic reads.
+void addMergeOption(OptionSet *options, Options *settings);
+/// How it is watched for long, merging among it.
 void addMonitorLineOptions(OptionSet *options, Options *settings);
 /// Remote frames, and the faults of the simulated line.
 void addSimulationOptions(OptionSet *options, Options *settings);
@@ -27,5 +29,7 @@ void addCharacterOptions(OptionSet *options, PortSettings *port);
 void addOwnLineSpeed(OptionSet *options, PortSettings *port);
 /// What the options of the simulated line say of stations that are not these.
 QStringList strangerFaults(const Options &settings, const std::set<int> &stations);
+/// The faults alone.
+void addFaultOption(OptionSet *options, Options *settings);
 
 #endif  // DRAVO_HOST_COMMANDS_LINE_OPTIONS_H

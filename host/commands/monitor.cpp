@@ -19,7 +19,7 @@ Monitor::Monitor(const Options &settings, const QVector<Tag> &variables, OpenLin
       startUs_(nowUs()),
       engine_(lineSettings(settings), startUs_),
       model_(variables, engine_, startUs_) {
-    engine_.watch(model_.watched(), startUs_);
+    engine_.watch(variablesOf(model_.variables()), startUs_);
 }
 
 QStringList Monitor::statisticsLines() const {

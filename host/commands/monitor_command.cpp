@@ -28,14 +28,6 @@ Options settled(Options options, bool live) {
     return options;
 }
 
-std::set<int> stationsOf(const QVector<Tag> &variables) {
-    std::set<int> stations;
-    for (const dravo::Variable &variable : variables) {
-        stations.insert(variable.station);
-    }
-    return stations;
-}
-
 // Records for programs stay clean: their statistics go to standard error.
 void closingWords(const Monitor &monitor, std::optional<RecordFormat> format) {
     std::FILE *out = format == RecordFormat::Csv || format == RecordFormat::Json ? stderr : stdout;
@@ -71,12 +63,13 @@ void addOptions(OptionSet *options, Options *settings) {
 
 int run(const Options &given) {
     const TagList tags = loadTagList(given.tagFile);
-    const QStringList strangers = strangerFaults(given, stationsOf(tags.variables));
+    const std::set<int> stations = stationsOf(variablesOf(tags.variables));
+    const QStringList strangers = strangerFaults(given, stations);
     if (!tags.faults.isEmpty() || !strangers.isEmpty()) {
         return refuse(tags.faults.isEmpty() ? strangers : tags.faults);  // what stations there are the tag list says
     }
     OpenLine line;
-    if (Failure failure = line.open(given, stationsOf(tags.variables))) {
+    if (Failure failure = line.open(given, stations)) {
         return fail(kExitPort, failure);
     }
     std::optional<Screen> screen;

@@ -8,6 +8,14 @@ constexpr int kStartAndDataBits = 9;
 constexpr int kTimeoutsInLifetime = 3;
 }  // namespace
 
+std::set<int> stationsOf(const QVector<dravo::Variable> &variables) {
+    std::set<int> stations;
+    for (const dravo::Variable &variable : variables) {
+        stations.insert(variable.station);
+    }
+    return stations;
+}
+
 dravo::LineSettings lineSettings(const Options &options) {
     const PortSettings &port = options.port;
     dravo::LineSettings line = options.line;

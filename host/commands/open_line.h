@@ -22,6 +22,8 @@ private:
     SerialPort port_;
 };
 
+/// The stations that variables are of.
+std::set<int> stationsOf(const QVector<dravo::Variable> &variables);
 /// How the engine is to run the line.
 dravo::LineSettings lineSettings(const Options &options);
 /// The options of the simulated line, complete for a host with this timeout.

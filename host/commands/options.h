@@ -10,6 +10,8 @@
 #include "host/tags/value_format.h"
 #include "korvel_dravo_line.h"
 
+enum class PlanFormat { Table, Json, Html };
+
 struct Options {
     PortSettings port;         // device empty: the embedded default, simulated controllers
     dravo::LineSettings line;  // retries, frame limit, down after, echo and merge; the rest: lineSettings()
@@ -22,6 +24,9 @@ struct Options {
     bool giveUp = false;              // monitor: a lost device ends it
     QString tagFile;                  // empty: the built-in sample
     std::optional<RecordFormat> format;
+    PlanFormat planFormat = PlanFormat::Table;
+    int turnaroundMs = 5;  // plan
+    bool measure = false;  // plan
     std::optional<int> passes;
     std::optional<int> seconds;
     std::optional<int> periodMs;

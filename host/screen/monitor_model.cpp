@@ -56,14 +56,6 @@ QStringList MonitorModel::statisticsLines(qint64 nowUs) const {
                 .arg(counts.foreignDropped)};
 }
 
-QVector<dravo::Variable> MonitorModel::watched() const {
-    QVector<dravo::Variable> variables;
-    for (const Tag &variable : variables_) {
-        variables.append(variable);
-    }
-    return variables;
-}
-
 ShownVariable MonitorModel::shown(const Tag &variable, qint64 nowUs) const {
     ShownVariable shown;
     shown.variable = variable;

@@ -21,7 +21,6 @@ public:
 
     const QVector<Tag> &variables() const { return variables_; }
     /// The same as the line takes them.
-    QVector<dravo::Variable> watched() const;
     qint64 passes() const { return passes_.passes(); }
     bool isLost() const { return lost_; }
     /// Whether a request failed or the device was lost.

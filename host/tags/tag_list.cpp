@@ -125,6 +125,15 @@ TagList parseTagList(const QByteArray &text) {
     return TagListReader().read(decoded);
 }
 
+QVector<dravo::Variable> variablesOf(const QVector<Tag> &tags) {
+    QVector<dravo::Variable> variables;
+    variables.reserve(tags.size());
+    for (const Tag &tag : tags) {
+        variables.append(tag);
+    }
+    return variables;
+}
+
 TagList loadTagList(const QString &fileName) {
     registerSample();
     QByteArray text;

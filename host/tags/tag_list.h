@@ -20,6 +20,9 @@ struct TagList {
     QStringList faults;      // "line 3, column 2 (type): '99' ..." for everything wrong; empty: the list is usable
 };
 
+/// What the engine is to read.
+QVector<dravo::Variable> variablesOf(const QVector<Tag> &tags);
+
 /// Reads UTF-8 text, with or without a byte order mark.
 TagList parseTagList(const QByteArray &text);
 

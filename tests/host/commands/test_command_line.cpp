@@ -23,7 +23,7 @@ TEST(CommandLine, NamesEveryFault) {
     // faults: words of each, in their order.
     for (const TableRow &row : table(R"(
         lines                                      | arguments                                                     | faults
-                                                   |                                                               | give a command: monitor, read, write or simulate
+                                                   |                                                               | give a command: monitor, read, write, plan or simulate
                                                    | watch                                                         | there is no command 'watch'
                                                    | monitor --passes 0 --seconds 1 extra --tags=                  | unexpected argument 'extra'; --tags names no file; --passes '0'; --passes and --seconds
                                                    | monitor --port x --faults lost=1 --passes 1 --passes 2 --prot | there is no option '--prot'; --passes is given 2; --faults fault 'lost=1'; --faults are
@@ -42,6 +42,7 @@ TEST(CommandLine, NamesEveryFault) {
                                                    | write 15 12.16 1 --scale 0 --offset 1. --as signed            | --offset '1.'; address: '12.16' has; --as 'signed'; --scale '0' must not
                                                    | write 7 0 0.00002 --scale 0.00002 --offset=-0.000000001       | '0.00002' is no value here: give 0.000019999 or 0.000039999
         [read]&as=real&scale=                      | read 20 -1.16                                                 | line 2: --as 'real'; line 3: --scale '' is no; address: '-1.16' is no word.bit
+                                                   | plan --turnaround 10001 --format csv --merge x --passes 0     | --format 'csv'; --turnaround '10001'; --passes '0'; --merge 'x'
                                                    | simulate --stations 1,1,0,x --link a --second-link a          | --stations names station 1 twice; --stations '0'; --stations 'x'; --link and --second
                                                    | simulate --stations 1,2 --faults dead=3 --turnaround 4:1      | 'dead': station 3 is not; turnaround: station 4 is not
                                                    | read 7 1 --unpaced --turnaround 1 --faults refuse=2:1         | --unpaced and --turnaround; 'refuse': station 2

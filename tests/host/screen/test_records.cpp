@@ -22,7 +22,7 @@ TEST(MonitorModel, TellsValuesWhatIsWrongAndFigures) {
     EXPECT_TRUE(dravo::resolve(&variable).isEmpty());
     dravo::Line line(settings, 0);
     MonitorModel model({variable}, line, 0);
-    line.watch(model.watched(), 0);
+    line.watch(variablesOf(model.variables()), 0);
     qint64 now = 0;
     dravo::Step step = line.next(now);
     // Lets the next request be answered with this, or not at all.
