@@ -104,11 +104,13 @@ TEST_F(AllClasses, AreWrittenAndShownAndNothingElseChanges) {
             const QString values = valuesAt(element["places"]);
             rows += QString("all,%1,%2,2,").arg(element["type"], element["address"]);
             rows += QString::number(values.count(' ') + 1) + '\n';
-            expected += values + '\n';
+            // A pair that stands across a bound is read in two requests: its halves may be of two moments.
+            const bool isHalved = element.text("address") == "7995" || element.text("type") == "14";
+            expected += (isHalved ? "stale " : "fresh ") + values + '\n';
         }
         const TagFile tags(rows.toUtf8());
         QString shown = run("monitor --passes 1 --format csv --tags " + tags.fileName() + options);
-        shown = shown.section('\n', 1).replace(QRegExp("1,[^\n]*,fresh,\\d+,([^,]*),,,\\1,"), "\\1");
+        shown = shown.section('\n', 1).replace(QRegExp("1,[^\n]*,(fresh|stale),\\d+,([^,]*),,,\\2,"), "\\1 \\2");
         EXPECT_EQ(shown.toStdString(), expected.toStdString()) << options;
     }
 }

@@ -37,7 +37,7 @@ WireFaults Soak::drawnFaults(std::mt19937 &random) {
     faults.lastMoment = 0.3;
     if (random() % kStormEvery != 0) {  // answers and refusals come late or never, and nothing else is wrong
         faults.late = 0.7;
-        faults.exception = random() % 2 == 0 ? 0.1 : 0;
+        faults.exception = random() % 2 == 0 ? 0.2 : 0;
         faults.lost = kStormLoss;
         faults.overtaking = true;
         return faults;
