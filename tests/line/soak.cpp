@@ -339,7 +339,6 @@ void Soak::lookAtShown() {
 }
 
 void Soak::lookAt(const dravo::LineEvent &event) {
-    ++eventCounts_[event.kind];
     hadAccident_ = hadAccident_ || (!event.reply.isEmpty() && !wire_.isGenuine(event.reply));
     if (hadAccident_) {
         return;
