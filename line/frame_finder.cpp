@@ -42,8 +42,8 @@ bool FrameFinder::take(const Outstanding &outstanding, const EchoWatch &echo, bo
 }
 
 // A copy of what was sent goes before everything else: a shorter frame inside it is none. Then answers that are
-// expected, then any frame that its own header measures. In remote mode only their lengths are known, and one may have a
-// right CRC within another: then the header decides.
+// expected, then any frame that its own header measures. In remote mode only their lengths are known, and one may have
+// a right CRC within another: then the header decides.
 int FrameFinder::claimAt(int offset, const Outstanding &outstanding, const EchoWatch &echo, bool silent) const {
     const int available = bytes_.size() - offset;
     const int copy = echo.lengthAt(bytes_, offset);
