@@ -247,7 +247,8 @@ public:
     /// For a broadcast set the station of a usable variable to 0, but not of bits inside words; it is done when the
     /// turnaround is over.
     /// While stations are down, an operation is a probe and gets one try: one in a pass of the others and in a reply
-    /// lifetime, whatever the station. What was asked of that station meanwhile fails with it.
+    /// lifetime, whatever the station, unless nobody else has anything to do. What was asked of that station meanwhile
+    /// fails with it.
     /// While nobody knows whether the adapter echoes, writes wait for cyclic reads to show it, two lifetimes at most. A
     /// host that has none sets echo, see knowsEcho.
     /// @param values  as GetRegisterData gives them: 1 byte per bit, 2 per register, 4 per 32-bit value.

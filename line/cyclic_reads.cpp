@@ -129,19 +129,6 @@ QList<RW_VAR> CyclicReads::makeList() {
     return port_.setCyclicReads(&merged, planned);
 }
 
-QList<Elements> CyclicReads::tornBy(const Elements &read) const {
-    QList<Elements> torn;
-    const QMap<ReadGroup, WantedElements>::const_iterator wanted = wanted_.constFind(groupOf(read));
-    const int edges[] = {read.address - 1, read.address + read.count - 1};
-    for (int i = 0; i < 2 && wanted != wanted_.constEnd(); ++i) {
-        if (wanted.value().isPair(edges[i])) {
-            const Elements pair = {read.station, read.elemType, edges[i], 2};
-            torn.append(pair);
-        }
-    }
-    return torn;
-}
-
 bool CyclicReads::probeOf(int station, RW_VAR *read) const {
     int shortest = std::numeric_limits<int>::max();
     for (int i = 0; i < requests_.size(); ++i) {

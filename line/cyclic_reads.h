@@ -25,8 +25,6 @@ public:
     void retryRefused(qint64 nowUs);
     qint64 nextRetryUs() const { return walls_.nextRetryUs(); }
     bool isRefused(const Variable &variable) const;
-    /// The 32-bit values that are watched and of which a read brought one half.
-    QList<Elements> tornBy(const Elements &read) const;
     /// A read to ask a station whether it is there: the one that asks for least, else one that is refused.
     /// @return false: it has none.
     bool probeOf(int station, RW_VAR *read) const;

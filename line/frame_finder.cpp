@@ -42,7 +42,8 @@ bool FrameFinder::take(const Outstanding &outstanding, const EchoWatch &echo, bo
 }
 
 // A copy of what was sent goes before everything else: a shorter frame inside it is none. Then answers that are
-// expected, then any frame that its own header measures.
+// expected, then any frame that its own header measures. In remote mode only their lengths are known, and one may have
+// a right CRC within another: then the header decides.
 int FrameFinder::claimAt(int offset, const Outstanding &outstanding, const EchoWatch &echo, bool silent) const {
     const int available = bytes_.size() - offset;
     const int copy = echo.lengthAt(bytes_, offset);
@@ -53,15 +54,20 @@ int FrameFinder::claimAt(int offset, const Outstanding &outstanding, const EchoW
     if (mayGrow && !silent) {
         return MayGrow;
     }
+    const int byHeader = lengthByHeader(bytes_, offset);
+    int claim = 0;
     for (int length = outstanding.nextLength(bytes_, offset, 0); length > 0;
          length = outstanding.nextLength(bytes_, offset, length)) {
         if (length > available) {
             mayGrow = true;
+            claim = length == byHeader && !silent ? MayGrow : claim;
         } else if (crcFits(bytes_, offset, length)) {
-            return length;
+            claim = claim <= 0 || length == byHeader ? length : claim;
         }
     }
-    const int byHeader = lengthByHeader(bytes_, offset);
+    if (claim != NothingStarts) {
+        return claim;
+    }
     if (byHeader == 0 || byHeader > available) {
         mayGrow = true;
     } else if (byHeader > 0 && crcFits(bytes_, offset, byHeader)) {

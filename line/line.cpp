@@ -138,7 +138,7 @@ void Line::Parts::digest(const LineEvent &event, qint64 nowUs) {
     if (event.kind == LineEvent::StationDown) {
         checkPass(nowUs);
     }
-    if (event.failure == LineEvent::NotSure) {
+    if (event.failure == LineEvent::NotSure && event.write) {
         turns.echoIsUnclear();
     }
     if (event.kind == LineEvent::Operation && !event.done && loop.stations().isDown(event.station)) {
@@ -154,9 +154,8 @@ void Line::Parts::digestRead(const LineEvent &event, qint64 nowUs) {
     const bool good = event.failure == LineEvent::None;
     const bool isOwn = event.cyclic || event.again;  // else the host's
     if (!isOwn) {
-        const QList<Elements> torn = good ? reads.tornBy(elements) : QList<Elements>();
-        for (int i = 0; i < torn.size(); ++i) {
-            states.becameUnsure(torn.at(i));
+        if (good) {
+            states.storedByHost(elements);
         }
         return;
     }

@@ -17,6 +17,12 @@ struct OfStation {
     int station;
 };
 
+struct OfOthers {
+    explicit OfOthers(const QList<int> &these) : stations(these) {}
+    bool operator()(const HostOperation &operation) const { return !stations.contains(operation.variable.station); }
+    const QList<int> &stations;
+};
+
 bool wasAskedBefore(const HostOperation &a, const HostOperation &b) {
     return a.number < b.number;
 }
@@ -43,6 +49,11 @@ HostOperation OperationQueue::takeAt(QList<HostOperation> *queue, int index) {
 bool OperationQueue::hasAnyOf(int station) const {
     return std::any_of(writes_.constBegin(), writes_.constEnd(), OfStation(station)) ||
            std::any_of(reads_.constBegin(), reads_.constEnd(), OfStation(station));
+}
+
+bool OperationQueue::hasAnyBut(const QList<int> &stations) const {
+    return std::any_of(writes_.constBegin(), writes_.constEnd(), OfOthers(stations)) ||
+           std::any_of(reads_.constBegin(), reads_.constEnd(), OfOthers(stations));
 }
 
 // A broadcast writes to every station.

@@ -28,6 +28,7 @@ public:
 
     bool hasWrites() const { return !writes_.isEmpty(); }
     bool hasAnyOf(int station) const;
+    bool hasAnyBut(const QList<int> &stations) const;
 
     /// The next one for the driver, in the order of asking: writes before reads, but after five writes a read.
     /// @param mayWrite  else writes stay, and the reads of their stations behind them.

@@ -8,9 +8,9 @@ OperationTurns::OperationTurns(const LineSettings &settings)
     : lifetimeUs_(settings.lifetimeUs), mayProbe_(true), probeFromUs_(0), writesHeldSinceUs_(-1) {}
 
 bool OperationTurns::take(const CallLoop &loop, const PassClock &passes, HostOperation *operation) {
-    if (!passes.hasWork(loop.stations(), loop.nowUs())) {
+    if (!passes.hasWork(loop.stations(), loop.nowUs())) {  // nobody to be held up, but for who wants something too
         mayProbe_ = true;
-        probeFromUs_ = loop.nowUs();
+        probeFromUs_ = queue_.hasAnyBut(loop.stations().down()) ? probeFromUs_ : loop.nowUs();
     }
     const bool mayWriteNow = mayWrite(loop, passes);
     if (!loop.mayStartOperation() || !queue_.take(mayWriteNow, resting(loop), operation)) {

@@ -120,6 +120,14 @@ void ValueStates::readFinished(const Elements &elements, bool good, int code, in
     segments->insert(elements.address, read);
 }
 
+void ValueStates::storedByHost(const Elements &elements) {
+    if (elements.count < 1 || !groups_.contains(groupOf(elements))) {
+        return;
+    }
+    const qint64 read = ++reads_;
+    changeEach(elements, [=](Segment *segment) { segment->read = read; });
+}
+
 void ValueStates::becameUnsure(const Elements &elements) {
     // Where nothing was ever read, nothing can become stale.
     const QList<Group> groups = groups_.keys();

@@ -15,6 +15,9 @@ public:
 
     /// A read of the elements is over at nowUs. good: their values are in the cache.
     void readFinished(const Elements &elements, bool good, int code, int exceptionCode, qint64 nowUs);
+    /// A one-shot read of the host changed what the cache shows: their age stays, but what goes over their edge is no
+    /// longer out of one read.
+    void storedByHost(const Elements &elements);
     /// What the cache shows of the elements may be something that the controller does not hold, such as a write that
     /// has begun: stale until read again. Station 0 is every station.
     void becameUnsure(const Elements &elements);
