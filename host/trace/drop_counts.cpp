@@ -31,8 +31,9 @@ void DropCounts::update(const dravo::LineStatistics &statistics) {
 
 DropCounts::Why DropCounts::take(int station, bool isCopy) {
     Counts &open = open_[station];
-    if (isCopy && open.echoes > 0) {
-        --open.echoes;
+    const bool isNoFrame = open.late == 0 && open.foreign == 0;  // to the engine: a copy that came too late
+    if (isCopy && (open.echoes > 0 || isNoFrame)) {
+        open.echoes = qMax<qint64>(0, open.echoes - 1);
         return Echo;
     }
     const bool both = open.late > 0 && open.foreign > 0;

@@ -1,5 +1,7 @@
 #include "host/trace/verdict_text.h"
 
+#include "korvel_dravo_port.h"
+
 namespace {
 
 QString msText(qint64 us) {
@@ -37,9 +39,12 @@ QString replyVerdict(const dravo::LineEvent &exchange) {
 }
 
 QString resultText(const dravo::LineEvent &exchange) {
-    return QStringLiteral("result %1: %2")
-        .arg(exchange.code)
-        .arg(dravo::describeResult(exchange.code, exchange.exceptionCode));
+    const bool again = exchange.code == kResultRetry;
+    const QString meaning = again && exchange.exceptionCode == 0
+                                ? QStringLiteral("sent again")
+                                : dravo::describeResult(exchange.code, exchange.exceptionCode) +
+                                      (again ? QStringLiteral(", sent again") : QString());
+    return QStringLiteral("result %1: %2").arg(exchange.code).arg(meaning);
 }
 
 QString dropVerdict(DropCounts::Why why, qint64 sinceSendingUs) {
