@@ -7,6 +7,7 @@
 
 #include "host/commands/exit_status.h"
 #include "host/commands/options.h"
+#include "host/trace/trace.h"
 
 class OpenLine {
 public:

@@ -38,6 +38,7 @@ void FrameLog::sent(const QByteArray &frame, qint64 us) {
     }
     lastSentUs_ = us;
     TracedFrame request;
+    request.sent = true;
     request.remote = remote_;
     request.us = us;
     request.bytes = frame;

@@ -58,8 +58,7 @@ QByteArray packetOf(const TracedFrame &frame) {
 
 QByteArray commentOf(const TracedFrame &frame) {
     const QString result = frame.result.isEmpty() ? QString() : QStringLiteral(", ") + frame.result;
-    return ((frame.isSent() ? QStringLiteral("sent: ") : QStringLiteral("received: ")) + frame.verdict + result)
-        .toUtf8();
+    return ((frame.sent ? QStringLiteral("sent: ") : QStringLiteral("received: ")) + frame.verdict + result).toUtf8();
 }
 
 QByteArray record(const TracedFrame &frame, qint64 wallUs, qint64 leftOut) {
@@ -68,7 +67,7 @@ QByteArray record(const TracedFrame &frame, qint64 wallUs, qint64 leftOut) {
     QByteArray body = little(quint32(0)) + little(quint32(us >> 32)) + little(quint32(us)) +
                       little(quint32(packet.size())) + little(quint32(packet.size())) + padded(packet) +
                       option(kComment, commentOf(frame)) +
-                      option(kPacketFlags, little(frame.isSent() ? kOutbound : kInbound));
+                      option(kPacketFlags, little(frame.sent ? kOutbound : kInbound));
     if (leftOut > 0) {
         body += option(kDropCount, little(quint64(leftOut)));
     }

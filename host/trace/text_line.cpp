@@ -19,7 +19,7 @@ QString hexText(const QByteArray &bytes) {
 }
 
 QString directionOf(const TracedFrame &frame) {
-    return frame.isSent() ? QStringLiteral(">") : QStringLiteral("<");
+    return frame.sent ? QStringLiteral(">") : QStringLiteral("<");
 }
 
 QString wordsOf(const TracedFrame &frame) {

@@ -12,6 +12,7 @@ struct TracedFrame {
         Damaged
     };
     Kind kind = Request;
+    bool sent = false;    // else received
     bool remote = false;  // a remote frame, or the answer to one
     qint64 us = 0;        // when it began to go out, or when its last byte was seen
     QByteArray bytes;
@@ -21,8 +22,6 @@ struct TracedFrame {
     QString verdict;             // what became of it
     QString result;              // what the driver said, where it was asked
     bool good = false;           // by the driver's word
-
-    bool isSent() const { return kind == Request; }
 };
 
 #endif  // DRAVO_HOST_TRACE_TRACED_FRAME_H

@@ -37,7 +37,7 @@ TEST(Trace, EveryByteOnceInOrderAndJudgedAsTheEngineDid) {
         qint64 lastUs = 0;
         FrameLog log(
             [&](const TracedFrame &frame) {
-                (frame.isSent() ? traced.out : traced.in) += frame.bytes;
+                (frame.sent ? traced.out : traced.in) += frame.bytes;
                 ++traced.verdicts[frame.verdict.section(QLatin1Char(' '), 0, 0).toStdString()];
                 EXPECT_GE(frame.us, lastUs);
                 lastUs = frame.us;
@@ -83,6 +83,7 @@ TEST(Trace, EveryByteOnceInOrderAndJudgedAsTheEngineDid) {
 
 TEST(Trace, LineSaysWhoWhatWhereAndWhatBecameOfIt) {
     TracedFrame frame;
+    frame.sent = true;
     frame.station = 2;
     frame.verdict = QStringLiteral("answered after 7.6 ms");
     frame.elements = {2, 0, 8, 10};
@@ -91,6 +92,7 @@ TEST(Trace, LineSaysWhoWhatWhereAndWhatBecameOfIt) {
               "2026-11-23T12:06:59.000042Z > station 2 write multiple coils 1208-1217 (type 0 10-21), answered after "
               "7.6 ms: 10100001 01 | 02 0f 04 b8 00 0a 02 85 02 35 d6");
     frame.kind = TracedFrame::Reply;
+    frame.sent = false;
     frame.elements = {2, 13, 5, 1};
     frame.request = QByteArray::fromHex("0203245e00022f1a");
     frame.bytes = QByteArray::fromHex("0203043b9aca0035b6");
@@ -103,6 +105,20 @@ TEST(Trace, LineSaysWhoWhatWhereAndWhatBecameOfIt) {
     EXPECT_EQ(traceLine(frame, 0).section(QLatin1Char(' '), 2).toStdString(),
               "station 2 read holding registers 9310-9311 (type 13 5) refused: illegal data address (exception 2), "
               "answer after 7.6 ms | 02 83 02 71 31");
+}
+
+TEST(Trace, AnyBytesMakeOneLine) {
+    std::mt19937 random(1);
+    for (int i = 0; i < 20000; ++i) {
+        TracedFrame frame;
+        frame.kind = TracedFrame::Kind(random() % 4);
+        frame.remote = random() % 4 == 0;
+        frame.elements = {1, int(random() % 24) - 1, int(random()), int(random() % 3000)};
+        frame.bytes = QByteArray(int(random() % (i % 10 == 0 ? 4097 : 12)), char(random() % 20));
+        frame.request = frame.bytes.left(int(random() % 12));
+        const QByteArray line = traceLine(frame, qint64(random())).toUtf8();
+        ASSERT_TRUE(line.size() < 4096 && !line.contains('\n')) << line.constData();
+    }
 }
 
 // Two files hold the last records, whole, and neither is longer than asked.
