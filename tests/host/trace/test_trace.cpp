@@ -45,6 +45,7 @@ TEST(Trace, EveryByteOnceInOrderAndJudgedAsTheEngineDid) {
             false);
         QByteArray out, in;
         qint64 answers = 0;
+        Us sentUs = 0;
         for (Us now = 0; now < 60000000;) {
             wire.advance(now);
             const QByteArray arrived = wire.take(now);
@@ -54,12 +55,17 @@ TEST(Trace, EveryByteOnceInOrderAndJudgedAsTheEngineDid) {
             const dravo::Step step = line.next(now);
             log.counted(line.statistics(), now);
             for (dravo::LineEvent event; line.takeEvent(&event);) {
-                answers += event.kind == dravo::LineEvent::Exchange && !event.reply.isEmpty() ? 1 : 0;
                 log.happened(event);
+                if (event.kind == dravo::LineEvent::Exchange && !event.reply.isEmpty()) {
+                    ++answers;
+                    const Us arrivedUs = sentUs + wire.charactersUs(event.request.size()) + event.replyUs;
+                    EXPECT_NEAR(double(lastUs), double(arrivedUs), event.replyUs > 0 ? 2 : 10000);  // of all alike
+                }
             }
             if (step.kind == dravo::Step::Send) {
                 out += step.bytes;
                 log.sent(step.bytes, now);
+                sentUs = now;
                 wire.send(step.bytes, now, 1);
                 line.sent(now);
                 line.write(variable(1, 7, "40"), QByteArray("\1\2", 2));
@@ -113,8 +119,9 @@ TEST(Trace, AnyBytesMakeOneLine) {
         TracedFrame frame;
         frame.kind = TracedFrame::Kind(random() % 4);
         frame.remote = random() % 4 == 0;
-        frame.elements = {1, int(random() % 24) - 1, int(random()), int(random() % 3000)};
-        frame.bytes = QByteArray(int(random() % (i % 10 == 0 ? 4097 : 12)), char(random() % 20));
+        frame.elements = {1, int(random() % 24) - 1, int(random() % 65536), int(random() % 3000)};
+        frame.bytes.resize(int(random() % (i % 10 == 0 ? 4097 : 12)));
+        std::generate(frame.bytes.begin(), frame.bytes.end(), [&random] { return char(random() % 20); });
         frame.request = frame.bytes.left(int(random() % 12));
         const QByteArray line = traceLine(frame, qint64(random())).toUtf8();
         ASSERT_TRUE(line.size() < 4096 && !line.contains('\n')) << line.constData();
