@@ -18,7 +18,8 @@ QStringList traceFaults(const Options &settings) {
         if (file == QFileInfo(settings.tagFile)) {
             faults.append(QStringLiteral("--trace: %1 is the tag list").arg(trace.file));
         }
-        if (file == QFileInfo(settings.port.device)) {
+        const QString &device = settings.port.device;  // a name without a slash lies in /dev
+        if (file == QFileInfo(device) || file == QFileInfo(QStringLiteral("/dev/") + device)) {
             faults.append(QStringLiteral("--trace: %1 is the port").arg(trace.file));
         }
     }

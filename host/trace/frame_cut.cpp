@@ -1,5 +1,7 @@
 #include "host/trace/frame_cut.h"
 
+#include <algorithm>
+
 #include "korvel_dravo_port.h"
 
 namespace {
@@ -67,7 +69,7 @@ private:
     Piece frameAt(int offset) const {
         const int available = bytes_.size() - offset;
         for (const QByteArray &request : requests_) {
-            if (request.size() <= available && bytes_.mid(offset, request.size()) == request) {
+            if (request.size() <= available && std::equal(request.begin(), request.end(), bytes_.begin() + offset)) {
                 return {offset, request.size(), Piece::Copy};
             }
         }

@@ -1,5 +1,7 @@
 #include "host/trace/frame_log.h"
 
+#include <algorithm>
+
 #include "host/trace/verdict_text.h"
 
 namespace {
@@ -121,22 +123,18 @@ TracedFrame FrameLog::arrivedFrame(TracedFrame::Kind kind, int start, int size) 
     frame.bytes = arrived_.mid(start, size);
     const int stationAt = kind == TracedFrame::Copy && remote_ ? kRemoteStationByte : 0;
     frame.station = kind == TracedFrame::Damaged ? lastStation_ : uchar(frame.bytes.at(stationAt));
-    for (const Portion &portion : portions_) {
-        if (start + size <= portion.end) {
-            frame.us = portion.us;
-            break;
-        }
-    }
+    const auto endsBefore = [](const Portion &portion, int end) { return portion.end < end; };
+    const auto last = std::lower_bound(portions_.begin(), portions_.end(), start + size, endsBefore);
+    frame.us = last->us;  // all that has arrived is in some portion
     return frame;
 }
 
 void FrameLog::forgetBefore(int end) {
     arrived_.remove(0, end);
+    const auto isOver = [end](const Portion &portion) { return portion.end <= end; };
+    portions_.erase(portions_.begin(), std::find_if_not(portions_.begin(), portions_.end(), isOver));
     for (Portion &portion : portions_) {
         portion.end -= end;
-    }
-    while (!portions_.isEmpty() && portions_.first().end <= 0) {
-        portions_.removeFirst();
     }
 }
 
