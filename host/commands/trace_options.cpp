@@ -19,7 +19,7 @@ QStringList traceFaults(const Options &settings) {
             faults.append(QStringLiteral("--trace: %1 is the tag list").arg(trace.file));
         }
         const QString &device = settings.port.device;  // a name without a slash lies in /dev
-        if (file == QFileInfo(device) || file == QFileInfo(QStringLiteral("/dev/") + device)) {
+        if (!device.isEmpty() && (file == QFileInfo(device) || file == QFileInfo(QStringLiteral("/dev/") + device))) {
             faults.append(QStringLiteral("--trace: %1 is the port").arg(trace.file));
         }
     }

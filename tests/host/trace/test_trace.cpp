@@ -4,6 +4,7 @@
 #include <QtCore/QTemporaryDir>
 
 #include "host/trace/frame_log.h"
+#include "host/trace/recent_frames.h"
 #include "host/trace/text_line.h"
 #include "host/trace/trace_output.h"
 #include "line/desk.h"
@@ -111,6 +112,17 @@ TEST(Trace, LineSaysWhoWhatWhereAndWhatBecameOfIt) {
     EXPECT_EQ(traceLine(frame, 0).section(QLatin1Char(' '), 2).toStdString(),
               "station 2 read holding registers 9310-9311 (type 13 5) refused: illegal data address (exception 2), "
               "answer after 7.6 ms | 02 83 02 71 31");
+    RecentFrames recent;
+    for (int i = 0; i < 60; ++i) {
+        frame.station = i < 55 ? 2 : 3;
+        recent.add(frame, i * 1000);
+    }
+    EXPECT_EQ(recent.lines(2).size(), RecentFrames::kMost);
+    EXPECT_EQ(recent.lines(3).size(), 5);
+    EXPECT_TRUE(recent.lines(2).last().endsWith(QLatin1String(
+        ".054 < read holding registers 9310-9311 (type 13 5) refused: illegal data address (exception 2), answer "
+        "after 7.6 ms")))
+        << recent.lines(2).last().toStdString();
 }
 
 TEST(Trace, AnyBytesMakeOneLine) {
