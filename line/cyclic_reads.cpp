@@ -142,14 +142,6 @@ QList<Elements> CyclicReads::tornBy(const Elements &read) const {
     return torn;
 }
 
-bool CyclicReads::isHalved(const Variable &variable) const {
-    const WantedRange wanted = wantedOf(variable);
-    const ReadLimits limits = readLimits(variable.elements.elemType, settings_.frameLimit);
-    const int below = limits.bound - wanted.address;
-    return wanted.unit == 2 &&
-           (limits.elementsPerRead < 2 || (below > 0 && below < wanted.elements() && below % 2 != 0));
-}
-
 bool CyclicReads::probeOf(int station, RW_VAR *read) const {
     int shortest = std::numeric_limits<int>::max();
     for (int i = 0; i < requests_.size(); ++i) {

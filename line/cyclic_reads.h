@@ -30,8 +30,6 @@ public:
     /// A read to ask a station whether it is there: the one that asks for least, else one that is refused.
     /// @return false: it has none.
     bool probeOf(int station, RW_VAR *read) const;
-    /// Whether some 32-bit value of it can only be read in halves: across the type's bound, or with a frame limit of 1.
-    bool isHalved(const Variable &variable) const;
 
     /// What the driver has in its list.
     const QList<RW_VAR> &requests() const { return requests_; }

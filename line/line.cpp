@@ -153,16 +153,14 @@ void Line::Parts::digestRead(const LineEvent &event, qint64 nowUs) {
     const Elements elements = {event.station, event.elemType, event.address, event.count};
     const bool good = event.failure == LineEvent::None;
     const bool isOwn = event.cyclic || event.again;  // else the host's
-    if (isOwn) {
-        states.readFinished(elements, good, event.code, event.exceptionCode, nowUs);
-    }
-    const QList<Elements> torn = good ? reads.tornBy(elements) : QList<Elements>();
-    for (int i = 0; i < torn.size(); ++i) {
-        states.becameUnsure(torn.at(i));
-    }
     if (!isOwn) {
+        const QList<Elements> torn = good ? reads.tornBy(elements) : QList<Elements>();
+        for (int i = 0; i < torn.size(); ++i) {
+            states.becameUnsure(torn.at(i));
+        }
         return;
     }
+    states.readFinished(elements, good, event.code, event.exceptionCode, nowUs);
     LineEvent changed;
     changed.text = reads.finished(event, nowUs);
     if (!changed.text.isEmpty()) {
@@ -283,8 +281,6 @@ ValueState Line::stateOf(const Variable &variable, qint64 nowUs) const {
         state.condition = NotReadable;
     } else if (isDown(variable.station)) {
         state.condition = Down;
-    } else if (state.condition == Fresh && parts_->reads.isHalved(variable)) {
-        state.condition = Stale;
     }
     return state;
 }

@@ -12,11 +12,19 @@ namespace {
 const int kBitsInWord = 16;
 const qint64 kNeverUs = std::numeric_limits<qint64>::min();
 
+bool isBitInWord(const Variable &variable) {
+    return variable.elements.elemType != variable.elemType && variable.kind == BitValue;
+}
+
+int elementsPerValue(const Variable &variable) {
+    return isBitInWord(variable) || variable.count < 1 ? 1 : qMax(variable.elements.count / variable.count, 1);
+}
+
 // The elements of one value, counted from the first that the variable covers.
 ElementRange elementsOfValue(const Variable &variable, int index) {
-    const bool bitInWord = variable.elements.elemType != variable.elemType && variable.kind == BitValue;
-    const int each = bitInWord ? 1 : variable.elements.count / variable.count;
-    const ElementRange elements = {bitInWord ? (variable.firstBit + index) / kBitsInWord : each * index, each};
+    const int each = elementsPerValue(variable);
+    const ElementRange elements = {isBitInWord(variable) ? (variable.firstBit + index) / kBitsInWord : each * index,
+                                   each};
     return elements;
 }
 
@@ -64,7 +72,7 @@ ValueStates::Segments *ValueStates::cutOut(const Elements &elements) {
     cutAt(segments, elements.address);
     cutAt(segments, end);
     int covered = elements.address;
-    const Segment unknown = {end, kNeverUs, false, 0, 0};
+    const Segment unknown = {end, kNeverUs, 0, false, 0, 0};
     for (Segments::iterator at = segments->lowerBound(elements.address); at != segments->end() && at.key() < end;) {
         const int next = at.key();
         const int nextEnd = at.value().end;
@@ -108,7 +116,7 @@ void ValueStates::readFinished(const Elements &elements, bool good, int code, in
     while (at != segments->end() && at.key() < end) {
         at = segments->erase(at);
     }
-    const Segment read = {end, nowUs, false, 0, 0};
+    const Segment read = {end, nowUs, ++reads_, false, 0, 0};
     segments->insert(elements.address, read);
 }
 
@@ -145,6 +153,7 @@ ValueState ValueStates::stateOf(const Variable &variable, qint64 nowUs, qint64 s
     QVector<bool> read(elements.count, false);
     qint64 oldestUs = nowUs;
     bool unsure = false;
+    qint64 readBefore = 0;
     const Segments segments = groups_.value(groupOf(elements));
     Segments::const_iterator at = segments.upperBound(elements.address);
     if (at != segments.constBegin()) {
@@ -161,7 +170,9 @@ ValueState ValueStates::stateOf(const Variable &variable, qint64 nowUs, qint64 s
             state.code = segment.code;
             state.exceptionCode = segment.exceptionCode;
         }
-        unsure = unsure || segment.unsure;
+        const bool isInValue = (first - elements.address) % elementsPerValue(variable) != 0;
+        unsure = unsure || segment.unsure || (isInValue && segment.read != readBefore);
+        readBefore = segment.read;
         if (segment.goodAtUs != kNeverUs) {
             oldestUs = qMin(oldestUs, segment.goodAtUs);
             for (int i = first; i < last; ++i) {

@@ -11,6 +11,8 @@ namespace dravo {
 
 class ValueStates {
 public:
+    ValueStates() : reads_(0) {}
+
     /// A read of the elements is over at nowUs. good: their values are in the cache.
     void readFinished(const Elements &elements, bool good, int code, int exceptionCode, qint64 nowUs);
     /// What the cache shows of the elements may be something that the controller does not hold, such as a write that
@@ -19,13 +21,15 @@ public:
     /// Forgets the elements that no variable covers, so that memory is bounded by what is watched.
     void keepOnly(const QVector<Variable> &variables);
 
-    /// Fresh, Stale, NeverRead or Failing, in this order of what a variable's parts can be.
+    /// Fresh, Stale, NeverRead or Failing, in this order of what a variable's parts can be. A 32-bit value whose halves
+    /// came with different reads is stale: they may be of two moments.
     ValueState stateOf(const Variable &variable, qint64 nowUs, qint64 staleAfterUs) const;
 
 private:
     struct Segment {
         int end;          // behind its last element
         qint64 goodAtUs;  // the smallest time: never
+        qint64 read;      // the number of the read that brought it; two of them may end at the same time
         bool unsure;
         int code;
         int exceptionCode;
@@ -40,6 +44,7 @@ private:
     void changeEach(const Elements &elements, Change change);
 
     QMap<Group, Segments> groups_;
+    qint64 reads_;
 };
 
 }  // namespace dravo

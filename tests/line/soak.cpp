@@ -165,16 +165,8 @@ void Soak::askSomething() {
         return;
     }
     const int station = kStations[size_t(below(int(kStations.size())))];
-    switch (below(20)) {
-        case 0:
-            return askBroadcast();
-        case 1:
-        case 2:
-        case 3:
-            return askOnceRead(station);
-        default:
-            return askWrite(station);
-    }
+    const int kind = below(20);
+    kind == 0 ? askBroadcast() : kind < 4 ? askOnceRead(station) : askWrite(station);
 }
 
 void Soak::askWrite(int station) {
@@ -339,7 +331,6 @@ void Soak::lookAtShown() {
 }
 
 void Soak::lookAt(const dravo::LineEvent &event) {
-    ++eventCounts_[event.kind];
     hadAccident_ = hadAccident_ || (!event.reply.isEmpty() && !wire_.isGenuine(event.reply));
     if (hadAccident_) {
         return;

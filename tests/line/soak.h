@@ -26,7 +26,6 @@ public:
     bool hadAccident() const { return hadAccident_; }
     const dravo::LineCounts &counts() const { return line_.statistics().line().counts; }
     /// How often each kind of event came.
-    const std::map<int, long> &events() const { return eventCounts_; }
     long operationsDone() const { return operationsDone_; }
     /// How to see it again.
     std::string report() const;
@@ -87,7 +86,6 @@ private:
     quint16 nextValue_ = 1;
     std::set<int> down_;
     QVector<dravo::Variable> watched_;
-    std::map<int, long> eventCounts_;
     long operationsDone_ = 0;
     bool hadAccident_ = false;
     std::string failure_;

@@ -24,12 +24,6 @@ void add(const Soak &soak, Happened *happened) {
     (*happened)["foreign frames"] += long(counts.foreignDropped);
     (*happened)["echoes"] += long(counts.echoes);
     (*happened)["operations done"] += soak.operationsDone();
-    const char *const names[] = {"", "operations", "stations down", "stations up", "passes", "lists cut anew"};
-    for (const auto &[kind, count] : soak.events()) {
-        if (kind != dravo::LineEvent::Exchange) {
-            (*happened)[names[kind]] += count;
-        }
-    }
 }
 
 }  // namespace
