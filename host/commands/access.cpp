@@ -3,6 +3,7 @@
 #include "host/commands/exit_status.h"
 #include "host/commands/format_options.h"
 #include "host/commands/line_options.h"
+#include "host/commands/trace_options.h"
 #include "host/pump/pump.h"
 #include "host/pump/stop_signal.h"
 #include "host/screen/printable.h"
@@ -68,6 +69,7 @@ void addAccessOptions(OptionSet *options, Options *settings) {
     addSimulationOptions(options, settings);
     addPacingOptions(options, settings);
     addOwnLineSpeed(options, &settings->port);
+    addTraceOptions(options, settings);
     options->addCheck([settings] { return strangerFaults(*settings, {settings->variable.station}); });
 }
 
@@ -138,7 +140,7 @@ Failure Access::complete(int operation, dravo::LineEvent *end) {
         return !over;
     };
     while (!over && !stopRequested()) {
-        if (Failure lost = pump(&line_.port(), &*engine_, isNotOver)) {
+        if (Failure lost = pump(&line_.port(), &*engine_, isNotOver, &line_.trace())) {
             return lost;
         }
     }

@@ -32,10 +32,11 @@ int measurePlan(const Options &settings, const QVector<dravo::Variable> &variabl
     Measurement measurement(*plan);
     Failure lost;
     while (!lost && measurement.passes() <= passes && !stopRequested()) {
-        lost = pump(&line.port(), &engine, [&measurement](const dravo::LineEvent &event) {
+        const auto take = [&measurement](const dravo::LineEvent &event) {
             measurement.take(event, nowUs());
             return true;
-        });
+        };
+        lost = pump(&line.port(), &engine, take, &line.trace());
     }
     measurement.fill(plan);
     if (lost) {

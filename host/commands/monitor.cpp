@@ -20,6 +20,7 @@ Monitor::Monitor(const Options &settings, const QVector<Tag> &variables, OpenLin
       engine_(lineSettings(settings), startUs_),
       model_(variables, engine_, startUs_) {
     engine_.watch(variablesOf(model_.variables()), startUs_);
+    line_->trace().setTell([this](const QString &text) { tellUser(text); });
 }
 
 QStringList Monitor::statisticsLines() const {
@@ -53,7 +54,8 @@ Failure Monitor::run() {
         unwritten_ = output_.write(recordHeader(settings_.format.value_or(RecordFormat::Table)));
     }
     for (serve(); !leaving_ && !unwritten_; serve()) {
-        Failure lost = pump(&line_->port(), &engine_, [this](const dravo::LineEvent &event) { return take(event); });
+        const auto takeEvent = [this](const dravo::LineEvent &event) { return take(event); };
+        Failure lost = pump(&line_->port(), &engine_, takeEvent, &line_->trace());
         if (lost) {
             model_.setLost(true);
             if (settings_.giveUp) {

@@ -7,6 +7,7 @@
 #include "host/commands/exit_status.h"
 #include "host/commands/line_options.h"
 #include "host/commands/monitor.h"
+#include "host/commands/trace_options.h"
 #include "host/tags/tag_list.h"
 
 namespace {
@@ -59,6 +60,7 @@ void addOptions(OptionSet *options, Options *settings) {
     addSimulationOptions(options, settings);
     addPacingOptions(options, settings);
     addOwnLineSpeed(options, &settings->port);
+    addTraceOptions(options, settings);
 }
 
 int run(const Options &given) {
@@ -68,18 +70,23 @@ int run(const Options &given) {
     if (!tags.faults.isEmpty() || !strangers.isEmpty()) {
         return refuse(tags.faults.isEmpty() ? strangers : tags.faults);  // what stations there are the tag list says
     }
+    const bool wantsScreen = !given.format && isatty(STDOUT_FILENO) != 0 && isatty(STDIN_FILENO) != 0;
+    if (wantsScreen && given.trace.file == QLatin1String("-") && isatty(STDERR_FILENO) != 0) {
+        return refuse({QStringLiteral("--trace: - would write across the live screen; give a file, or --format")});
+    }
     OpenLine line;
     if (Failure failure = line.open(given, stations)) {
         return fail(kExitPort, failure);
     }
     std::optional<Screen> screen;
-    if (!given.format && isatty(STDOUT_FILENO) != 0 && isatty(STDIN_FILENO) != 0) {
+    if (wantsScreen) {
         screen.emplace();
     }
     const bool live = screen && screen->isOpen();
     const Options settings = settled(given, live);
     Monitor monitor(settings, tags.variables, &line, live ? &*screen : nullptr);
     const Failure brokenOff = monitor.run();
+    line.trace().setTell(&tell);  // the screen goes
     screen.reset();
     if (!monitor.readerGone()) {
         closingWords(monitor, settings.format);

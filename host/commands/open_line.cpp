@@ -51,6 +51,9 @@ Failure startSimulation(const SimulatedLineOptions &options, std::unique_ptr<Sim
 }
 
 Failure OpenLine::open(const Options &options, const std::set<int> &stations) {
+    if (Failure failure = trace_.open(options.trace, options.remoteNode.has_value())) {
+        return failure;
+    }
     settings_ = options.port;
     if (settings_.device.isEmpty()) {
         SimulatedLineOptions simulated = simulationFor(options);
@@ -61,4 +64,9 @@ Failure OpenLine::open(const Options &options, const std::set<int> &stations) {
         settings_.device = QString::fromStdString(simulation_->device());
     }
     return reopen();
+}
+
+Failure OpenLine::reopen() {
+    trace_.lineClosed();
+    return port_.open(settings_);
 }

@@ -5,21 +5,26 @@
 #include <memory>
 #include <set>
 
+#include "host/commands/exit_status.h"
 #include "host/commands/options.h"
+#include "host/trace/trace.h"
 
 class OpenLine {
 public:
-    /// Opens the port, or starts controllers with these stations and opens their device.
+    /// Begins the trace; then opens the port, or starts controllers with these stations and opens their device.
     Failure open(const Options &options, const std::set<int> &stations);
     /// Opens the same device again after it was lost.
-    Failure reopen() { return port_.open(settings_); }
+    Failure reopen();
 
     SerialPort &port() { return port_; }
+    /// What the pump shows its bytes.
+    Trace &trace() { return trace_; }
 
 private:
     std::unique_ptr<SimulatedLine> simulation_;  // null on a port; goes after the port
     PortSettings settings_;
     SerialPort port_;
+    Trace trace_{&tell};
 };
 
 /// The stations that variables are of.

@@ -8,6 +8,7 @@
 #include "host/screen/record_output.h"
 #include "host/simulation/simulated_line.h"
 #include "host/tags/value_format.h"
+#include "host/trace/trace_writer.h"
 #include "korvel_dravo_line.h"
 
 enum class PlanFormat { Table, Json, Html };
@@ -22,7 +23,8 @@ struct Options {
     SimulatedLineOptions simulation;  // stations (simulate), faults, seed and turnarounds
     bool unpaced = false;             // the simulated line
     bool giveUp = false;              // monitor: a lost device ends it
-    QString tagFile;                  // empty: the built-in sample
+    TraceSettings trace;
+    QString tagFile;  // empty: the built-in sample
     std::optional<RecordFormat> format;
     PlanFormat planFormat = PlanFormat::Table;
     int turnaroundMs = 5;  // plan

@@ -3,6 +3,7 @@
 #include "host/commands/exit_status.h"
 #include "host/commands/line_options.h"
 #include "host/commands/measure_plan.h"
+#include "host/commands/trace_options.h"
 #include "host/plan/plan_json.h"
 #include "host/plan/plan_page.h"
 #include "host/plan/plan_table.h"
@@ -31,6 +32,12 @@ void addOptions(OptionSet *options, Options *settings) {
     addLineOptions(options, settings);
     addMergeOption(options, settings);
     addFaultOption(options, settings);
+    addTraceOptions(options, settings);
+    options->addCheck([settings] {
+        const bool silent = !settings->trace.file.isEmpty() && !settings->measure;
+        return silent ? QStringList{QStringLiteral("--trace: without --measure nothing goes on the line")}
+                      : QStringList();
+    });
 }
 
 QByteArray formatted(const PassPlan &plan, const Options &settings) {

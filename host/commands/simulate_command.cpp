@@ -10,6 +10,8 @@
 #include "host/commands/exit_status.h"
 #include "host/commands/line_options.h"
 #include "host/commands/open_line.h"
+#include "host/commands/simulate_trace.h"
+#include "host/commands/trace_options.h"
 #include "host/pump/stop_signal.h"
 
 namespace {
@@ -93,6 +95,7 @@ void addOptions(OptionSet *options, Options *settings) {
     addCharacterOptions(options, &settings->port);
     addSimulationOptions(options, settings);
     addPacingOptions(options, settings);
+    addTraceOptions(options, settings);
     options->addCheck([settings, stations] { return strangerFaults(*settings, {stations->begin(), stations->end()}); });
     options->addCheck([settings] {
         const bool same = !settings->link.isEmpty() && settings->link == settings->secondLink;
@@ -101,8 +104,14 @@ void addOptions(OptionSet *options, Options *settings) {
 }
 
 int run(const Options &settings) {
+    TraceWriter trace(&tell);
+    if (Failure failure = trace.open(settings.trace)) {
+        return fail(kExitPort, failure);
+    }
+    SimulatedLineOptions options = simulationFor(settings);
+    options.onExchange = [&trace](const SeenExchange &exchange) { writeExchange(exchange, &trace); };
     std::unique_ptr<SimulatedLine> line;
-    if (Failure failure = startSimulation(simulationFor(settings), &line)) {
+    if (Failure failure = startSimulation(options, &line)) {
         return fail(kExitPort, failure);
     }
     DeviceLink first;

@@ -1,5 +1,7 @@
 #include "host/plan/plan_columns.h"
 
+#include "host/plan/element_range.h"
+
 namespace {
 
 using Request = PlannedRequest;

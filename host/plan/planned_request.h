@@ -54,7 +54,4 @@ struct PlannedRequest {
 
 PlannedRequest plannedRequest(const DryRequest &dry, const VariableIndex &variables, const RequestCost &cost);
 
-/// The range in the controller's own notation: "7 100-124", octal where its address texts are.
-QString elementRangeText(const dravo::Elements &elements);
-
 #endif  // DRAVO_HOST_PLAN_PLANNED_REQUEST_H

@@ -34,6 +34,7 @@ void watchStopSignals() {
     }
     action.sa_handler = SIG_IGN;
     sigaction(SIGPIPE, &action, nullptr);
+    sigaction(SIGXFSZ, &action, nullptr);  // a file as long as it may get
 }
 
 bool stopRequested() {

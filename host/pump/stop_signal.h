@@ -2,7 +2,8 @@
 #ifndef DRAVO_HOST_PUMP_STOP_SIGNAL_H
 #define DRAVO_HOST_PUMP_STOP_SIGNAL_H
 
-/// From now on SIGINT, SIGTERM and SIGHUP set the flag and SIGPIPE is ignored (writes then fail with EPIPE).
+/// From now on SIGINT, SIGTERM and SIGHUP set the flag and SIGPIPE and SIGXFSZ are ignored (writes then
+/// fail with EPIPE and EFBIG).
 void watchStopSignals();
 
 bool stopRequested();

@@ -14,6 +14,7 @@ Relay::Relay(const SimulatedLineOptions &options, Controllers &controllers, Line
       character_(characterTime(options)),
       gap_(options.paced ? frameGap(options) : Clock::duration::zero()),
       remoteFrames_(options.remoteNode >= 0),
+      onExchange_(options.onExchange),
       answerTimes_(options),
       controllers_(controllers),
       faults_(faults),
@@ -77,7 +78,11 @@ bool Relay::serveOne() {
 void Relay::serve(MasterPort &port, const Bytes &frame) {
     const Clock::time_point asked = port.frameEnd();
     lineFree_ = asked + gap_;
+    SeenExchange seen;
+    seen.request = frame;
+    seen.requestEnd = asked;
     const auto serveRequest = [&](const auto &request) {
+        seen.isRequest = true;
         faults_.drawNext();
         if (stationOf(request) == 0) {
             broadcast(request);
@@ -87,6 +92,9 @@ void Relay::serve(MasterPort &port, const Bytes &frame) {
         if (!done.reply.empty()) {
             const Clock::time_point due = answerTimes_.begin(stationOf(request), asked, done.late);
             port.reply(done.reply, due);
+            seen.reply = done.reply;
+            seen.replyBegin = due;
+            seen.late = done.late;
             if (!done.late) {
                 lineFree_ = due + character_ * static_cast<Clock::rep>(done.reply.size()) + gap_;
             }
@@ -97,9 +105,13 @@ void Relay::serve(MasterPort &port, const Bytes &frame) {
     const bool modbus = crcFits(frame);
     const bool wholeModbus = modbus && requestLength(frame) == frame.size();
     if (const auto remote = remoteFrames_ && !wholeModbus ? parseRemoteFrame(frame) : std::nullopt) {
+        seen.remote = true;
         serveRequest(*remote);
     } else if (modbus) {
         serveRequest(frame);
+    }
+    if (onExchange_) {
+        onExchange_(seen);
     }
 }
 

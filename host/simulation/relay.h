@@ -44,6 +44,7 @@ private:
     const Clock::duration character_;
     const Clock::duration gap_;
     const bool remoteFrames_;
+    const std::function<void(const SeenExchange &)> onExchange_;
     AnswerTimes answerTimes_;
     Controllers &controllers_;
     LineFaults &faults_;

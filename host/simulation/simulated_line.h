@@ -8,6 +8,7 @@
 #include <QtCore/QStringList>
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -47,6 +48,17 @@ struct ForbiddenRange {
     int last;
 };
 
+/// What a master sent, and what it gets.
+struct SeenExchange {
+    std::vector<std::uint8_t> request;
+    std::chrono::steady_clock::time_point requestEnd;
+    bool isRequest = false;  // else a frame that no controller takes for one
+    bool remote = false;
+    std::vector<std::uint8_t> reply;  // empty: none
+    std::chrono::steady_clock::time_point replyBegin;
+    bool late = false;
+};
+
 struct SimulatedLineOptions {
     std::vector<int> stations;  // one controller each, 1 to 247
     int baud = 19200;
@@ -63,7 +75,9 @@ struct SimulatedLineOptions {
     std::chrono::milliseconds lateBy{1100};  // a late reply begins so long after its request: a little more than the
                                              // master's timeout, so that it arrives during the next request
     int remoteNode = -1;                     // 0 to 255: the line carries remote frames as well; -1: it does not
-    bool moving = true;                      // values move about five times a second, as moving_values.h lists them
+    std::function<void(const SeenExchange &)>
+        onExchange;      // empty: nobody looks on. Called by a thread of the line's own
+    bool moving = true;  // values move about five times a second, as moving_values.h lists them
 };
 
 class SimulatedLine {
