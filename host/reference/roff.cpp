@@ -57,7 +57,8 @@ QString roffItalic(const QString &text) {
 RoffPage::RoffPage(const QString &title, const QString &date, const QString &source) {
     line(QStringLiteral(".TH \"%1\" \"1\" \"%2\" \"%3\" \"User Commands\"")
              .arg(roffEscaped(title.toUpper()), date, roffEscaped(source)));
-    line(QStringLiteral(".nh"));  // names of columns and options stay whole
+    line(QStringLiteral(".nh"));    // names of columns and options stay whole,
+    line(QStringLiteral(".ad l"));  // which leaves gaps where lines are adjusted
 }
 
 void RoffPage::section(const QString &name) {
