@@ -80,7 +80,7 @@ bool argumentsInDoubt(const QStringList &arguments, const QStringList &unknown) 
 QStringList leftOverFaults(const QStringList &texts, bool inDoubt) {
     QStringList faults;
     for (const QString &text : texts) {
-        if (text.startsWith(QLatin1Char('-'))) {
+        if (looksLikeOption(text)) {
             faults.append(QStringLiteral("there is no option '%1'").arg(text));
         } else if (!inDoubt) {
             faults.append(QStringLiteral("unexpected argument '%1'").arg(text));

@@ -38,6 +38,7 @@ TEST(CommandLine, NamesEveryFault) {
                                                    | read --merge x 7 0 --station 0                                | there is no option '--merge'; --station '0'
                                                    | plan --stations 3 --down-after                                | there is no option '--stations'; there is no option '--down-after'
                                                    | read 22 0 --merge --verbose                                   | no option '--merge'; no option '--verbose'; TYPE '22'
+                                                   | read 22 0 -5                                                  | unexpected argument '-5'; TYPE '22'
                                                    | help watch                                                    | there is no help on 'watch'
                                                    | write 7 100                                                   | write takes TYPE ADDRESS VALUE...
                                                    | write 7 1x 70000 [1,2] ++                                     | unexpected argument '++'; address: '1x'; '70000' is no value here: give -32768; '[1,2]'
