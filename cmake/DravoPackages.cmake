@@ -46,6 +46,7 @@ if(DRAVO_BUILD_HOST)
     set(CPACK_DEBIAN_HOST_PACKAGE_NAME dravo-host)
     set(CPACK_DEBIAN_HOST_PACKAGE_SECTION comm)
     set(CPACK_DEBIAN_HOST_PACKAGE_GENERATE_SHLIBS OFF)
+    set(CPACK_DEBIAN_HOST_PACKAGE_SUGGESTS "bash-completion, mosquitto-clients")
     set(host_program "$<TARGET_FILE:dravo-host>")
 endif()
 
