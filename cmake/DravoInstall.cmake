@@ -1,5 +1,5 @@
 # cmake --install: library, line engine, headers, CMake package and pkg-config files. Component runtime is what a panel needs,
-# development what is needed to build a host.
+# development what is needed to build a host; the component host, the tool, is installed where it is built.
 include(CMakePackageConfigHelpers)
 
 set_target_properties(korvel_dravo_port PROPERTIES EXPORT_NAME dravo_port)

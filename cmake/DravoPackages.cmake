@@ -1,4 +1,5 @@
-# cpack -G DEB: libkorvel-dravo-port1, what a panel needs, and libkorvel-dravo-port-dev, what is needed to build a host.
+# cpack -G DEB: libkorvel-dravo-port1, what a panel needs, libkorvel-dravo-port-dev, what is needed to build a host, and
+# dravo-host, the tool.
 if(CMAKE_LIBRARY_ARCHITECTURE STREQUAL "x86_64-linux-gnu")
     set(debian_arch amd64)
 elseif(CMAKE_LIBRARY_ARCHITECTURE STREQUAL "i386-linux-gnu")
@@ -37,8 +38,20 @@ if(DRAVO_QT_MAJOR STREQUAL "5")
     string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", qtbase5-dev (>= 5.15)")
 endif()
 
-# Read by cpack itself: works out the runtime package's dependencies from the built library.
-set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_BINARY_DIR}/runtime_depends.cmake)
-configure_file(cmake/runtime_depends.cmake.in runtime_depends.cmake.in @ONLY)
-file(GENERATE OUTPUT ${CPACK_PROJECT_CONFIG_FILE} INPUT ${CMAKE_BINARY_DIR}/runtime_depends.cmake.in)
+set(host_program)
+if(DRAVO_BUILD_HOST)
+    list(APPEND CPACK_COMPONENTS_ALL host)
+    set(CPACK_COMPONENT_HOST_DESCRIPTION
+        "The command-line tool dravo-host: reads, writes and watches values, plans and simulates lines.")
+    set(CPACK_DEBIAN_HOST_PACKAGE_NAME dravo-host)
+    set(CPACK_DEBIAN_HOST_PACKAGE_SECTION comm)
+    set(CPACK_DEBIAN_HOST_PACKAGE_GENERATE_SHLIBS OFF)
+    set(CPACK_DEBIAN_HOST_PACKAGE_SUGGESTS "bash-completion, mosquitto-clients")
+    set(host_program "$<TARGET_FILE:dravo-host>")
+endif()
+
+# Read by cpack itself: works out the packages' dependencies from the built programs.
+set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_BINARY_DIR}/package_depends.cmake)
+configure_file(cmake/package_depends.cmake.in package_depends.cmake.in @ONLY)
+file(GENERATE OUTPUT ${CPACK_PROJECT_CONFIG_FILE} INPUT ${CMAKE_BINARY_DIR}/package_depends.cmake.in)
 include(CPack)

@@ -63,4 +63,5 @@ function(dravo_find_qt4 problem)
     set(${problem} "${why}. Name a qmake of Qt 4.8 with -DQT_QMAKE_EXECUTABLE=FILE, or its prefix in CMAKE_PREFIX_PATH \
 (cross compiling: in CMAKE_FIND_ROOT_PATH, inside the toolchain file), or header folder and library with \
 -DDRAVO_QT4_INCLUDE_DIR=FOLDER -DDRAVO_QT4_CORE_LIBRARY=FILE" PARENT_SCOPE)
+    unset(QT_QMAKE_EXECUTABLE CACHE)  # the next try would look no further
 endfunction()

@@ -30,7 +30,7 @@ QString typesWith(Predicate has) {
 }
 
 QString typeHelp() {
-    return QStringLiteral("Element type, %1 to %2; %3 hold 32-bit values.")
+    return QStringLiteral("Element type, %1 to %2; %3 hold 32-bit values. All of them: dravo-host help types.")
         .arg(kTypes.lowest)
         .arg(kTypes.highest)
         .arg(typesWith([](const dravo::ElementType &type) {

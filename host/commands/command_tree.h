@@ -7,6 +7,9 @@
 
 #include "host/commands/command.h"
 
+/// As first word it does what --help does.
+constexpr char kHelpWord[] = "help";
+
 struct CommandTree {
     struct Branch {
         const Command *command;
@@ -23,7 +26,7 @@ CommandTree buildCommandTree(Options *settings);
 struct CommandLine {
     const Command *command = nullptr;
     Options settings;
-    QString text;        // --help, --version: print this and leave well
+    QString text;        // help or version: print this and leave well
     QStringList faults;  // everything wrong with command line and option file; empty: run the command
 };
 

@@ -8,6 +8,17 @@
 
 enum ExitStatus { kExitDone = 0, kExitFailed = 1, kExitUsage = 2, kExitPort = 3 };
 
+struct ExitMeaning {
+    ExitStatus status;
+    const char *text;
+};
+constexpr ExitMeaning kExitMeanings[] = {
+    {kExitDone, "done"},
+    {kExitFailed, "a request failed or was refused or the device was lost"},
+    {kExitUsage, "usage or tag list"},
+    {kExitPort, "the port could not be opened"},
+};
+
 /// Text on standard error, after the program's name.
 void tell(const QString &text);
 /// What went wrong, in the same way. @return status.

@@ -6,24 +6,6 @@ namespace {
 
 constexpr std::size_t kWidth = 80;
 
-/// Text broken at blanks, its own line ends kept; each line but the first starts with indent blanks.
-std::string broken(const std::string &text, std::size_t indent) {
-    std::string result;
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) {
-        for (std::size_t end = kWidth - indent; line.size() > end;) {
-            const std::size_t blank = line.rfind(' ', end);
-            if (blank == std::string::npos) {
-                break;
-            }
-            result += line.substr(0, blank) + '\n' + std::string(indent, ' ');
-            line.erase(0, blank + 1);
-        }
-        result += line + '\n' + std::string(indent, ' ');
-    }
-    return result.substr(0, result.find_last_not_of(" \n") + 1) + '\n';
-}
-
 struct Entry {
     std::string name;
     std::string help;
@@ -39,7 +21,7 @@ std::string section(const std::string &title, const std::vector<Entry> &entries)
     for (const Entry &entry : entries) {
         std::string name = "  " + entry.name;
         name.resize(indent, ' ');
-        text += name + broken(entry.help, indent);
+        text += name + brokenLines(entry.help, indent);
     }
     return text;
 }
@@ -49,6 +31,23 @@ std::string firstLine(const std::string &text) {
 }
 
 }  // namespace
+
+std::string brokenLines(const std::string &text, std::size_t indent) {
+    std::string result;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        for (std::size_t end = kWidth - indent; line.size() > end;) {
+            const std::size_t blank = line.rfind(' ', end);
+            if (blank == std::string::npos) {
+                break;
+            }
+            result += line.substr(0, blank) + '\n' + std::string(indent, ' ');
+            line.erase(0, blank + 1);
+        }
+        result += line + '\n' + std::string(indent, ' ');
+    }
+    return result.substr(0, result.find_last_not_of(" \n") + 1) + '\n';
+}
 
 std::string argumentNames(const CLI::App &command) {
     std::string names;
@@ -79,6 +78,6 @@ std::string HelpFormat::make_help(const CLI::App *app, std::string /*name*/, CLI
                                     ? app->get_parent()->get_name() + " " + app->get_name() + argumentNames(*app)
                                     : app->get_name();
     return "Usage: " + program + (commands.empty() ? "" : " COMMAND") + " [options]\n" +
-           broken(app->get_description(), 0) + section("Commands", commands) + section("Arguments", arguments) +
-           section("Options", options) + (commands.empty() ? "" : "\n" + broken(app->get_footer(), 0));
+           brokenLines(app->get_description(), 0) + section("Commands", commands) + section("Arguments", arguments) +
+           section("Options", options) + (commands.empty() ? "" : "\n" + brokenLines(app->get_footer(), 0));
 }

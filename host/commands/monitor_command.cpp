@@ -112,8 +112,9 @@ const Command kMonitorCommand{
     "On a terminal the values stand on a live screen: arrow keys select, w writes the selected value, q or Ctrl-C "
     "leaves. Otherwise, or when --format is given, there is one record per value and pass.\n"
     "\n"
-    "The tag list is CSV; its first line names the columns label,type,address,station,count in any order. count is in "
-    "bits, registers or 32-bit values, 1 to 2000. Further columns are taken where wanted: format (dec, signed, hex, "
+    "The tag list is CSV; its first line names the columns label,type,address,station,count in any order. type is an "
+    "element type (dravo-host help types). count is in bits, registers or 32-bit values, 1 to 2000. Further columns "
+    "are taken where wanted: format (dec, signed, hex, "
     "binary or float), scale and offset of dec and signed (shown is raw * scale + offset), and unit. Bits are shown as "
     "0 "
     "or 1, everything else as unsigned decimal numbers where no format is given.",

@@ -72,7 +72,9 @@ public:
     bool given(const char *name) const;
 
     /// Takes the parsed command line and, where it says nothing, the option file that it names. @return every fault.
-    QStringList take();
+    /// argumentsKnown: false where the parser may have taken other words for the arguments; nothing is said of them
+    /// then.
+    QStringList take(bool argumentsKnown);
 
 private:
     struct Defined {

@@ -32,13 +32,16 @@ bool OptionSet::given(const char *name) const {
     return option != nullptr && !option->empty();
 }
 
-QStringList OptionSet::take() {
+QStringList OptionSet::take(bool argumentsKnown) {
     const CLI::Option *file = find(QLatin1String(kOptionFileOption));
     QStringList faults =
         file->results().size() == 1 ? takeOptionFile(QString::fromStdString(file->results().front())) : QStringList();
     bool complete = true;
-    bool argumentsGood = true;
+    bool argumentsGood = argumentsKnown;
     for (const Defined &defined : defined_) {
+        if (defined.option->get_positional() && !argumentsKnown) {
+            continue;
+        }
         QStringList texts;
         for (const std::string &text : defined.option->results()) {
             texts.append(QString::fromStdString(text));

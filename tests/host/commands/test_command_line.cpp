@@ -5,6 +5,7 @@
 
 #include "host/commands/command_tree.h"
 #include "host/commands/open_line.h"
+#include "host/simulation/element_map.h"
 #include "support/table.h"
 
 namespace {
@@ -34,6 +35,11 @@ TEST(CommandLine, NamesEveryFault) {
                                                    | read 22 108 5 --station 0                                     | unexpected argument '5'; TYPE '22'; --station '0'
                                                    | read 7 100 --timeout 400 --lifetime 399 --echo maybe          | --echo 'maybe'; --lifetime is less than --timeout
                                                    | read 7 100 --timeout 500 --lifetime 500 --count 0x7d0         |
+                                                   | read --merge x 7 0 --station 0                                | there is no option '--merge'; --station '0'
+                                                   | plan --stations 3 --down-after                                | there is no option '--stations'; there is no option '--down-after'
+                                                   | read 22 0 --merge --verbose                                   | no option '--merge'; no option '--verbose'; TYPE '22'
+                                                   | read 22 0 -5                                                  | unexpected argument '-5'; TYPE '22'
+                                                   | help watch                                                    | there is no help on 'watch'
                                                    | write 7 100                                                   | write takes TYPE ADDRESS VALUE...
                                                    | write 7 1x 70000 [1,2] ++                                     | unexpected argument '++'; address: '1x'; '70000' is no value here: give -32768; '[1,2]'
                                                    | write 7 100 1 --frame-limit 125 --retries 0 --remote-node 255 |
@@ -94,8 +100,34 @@ TEST(CommandLine, HelpFitsAndNamesEveryCommand) {
         const QString help = parse(QString(command->name) + " -h").text;
         EXPECT_TRUE(help.startsWith(QString("Usage: dravo-host ") + command->name)) << help.toStdString();
         EXPECT_TRUE(help.contains("4000000 (19200)") && help.contains("stray=P ")) << help.toStdString();
+        EXPECT_EQ(parse(QString("help ") + command->name).text, help);
         EXPECT_FALSE(help.contains(QRegExp("[^\n]{81}"))) << help.toStdString();
     }
+}
+
+/// Whether driver and tool refuse a variable so many words or bits behind an address text.
+bool refused(int elemType, const QString &addressText, int more) {
+    const int base = elemType < 2 ? 8 : 10;
+    const QString word = addressText.section('.', 0, 0);
+    const QString text = QString::number(word.toInt(nullptr, base) + more, base) + addressText.mid(word.size());
+    return !parse(QString("read %1 %2").arg(elemType).arg(text)).faults.isEmpty();
+}
+
+TEST(CommandLine, HelpOnTypesIsTrueOfDriverAndControllers) {
+    const QStringList rows = parse("--help types").text.section("on the line\n", 1).split('\n');
+    const QRegularExpression place(R"((2 \* )?\(?a(?: \+ (\d+))?)");
+    int type = -1;
+    for (int i = 0; i + 1 < rows.size(); ++i) {
+        type += rows.at(i).startsWith("     ") ? 0 : 1;
+        const QStringList words = rows.at(i).mid(29).simplified().split(' ');
+        EXPECT_EQ(refused(type, words.at(0), 0) + refused(type, words.at(1), 0), 0) << rows.at(i).toStdString();
+        EXPECT_NE(refused(type, words.at(1), 1), rows.at(i + 1).startsWith("     ")) << rows.at(i).toStdString();
+        const auto found = place.match(rows.at(i).mid(rows.at(i).lastIndexOf("  ")));
+        const int first = words.at(0).toInt();
+        EXPECT_EQ((first + found.captured(2).toInt()) * (found.captured(1).isEmpty() ? 1 : 2),
+                  rows.at(i).contains("of type") ? first : *simulation::modbusAddress(type, first));
+    }
+    EXPECT_EQ(type, 21);
 }
 
 TEST(OptionFile, FillsWhatTheCommandLineLeavesOpen) {
