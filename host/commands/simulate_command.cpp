@@ -91,6 +91,9 @@ void addOptions(OptionSet *options, Options *settings) {
     options->addNumber("timeout", "MS", kTimeoutMs, &settings->timeoutMs,
                        QStringLiteral("Timeout of the masters, which a late reply passes."));
     addCharacterOptions(options, &settings->port);
+    options->addFlag("any-settings", &settings->simulation.anySettings,
+                     QStringLiteral("Hear masters whatever baud rate and parity they set. Otherwise those with others "
+                                    "hear and reach nobody, as on a wire."));
     addSimulationOptions(options, settings);
     addPacingOptions(options, settings);
     options->addCheck([settings, stations] { return strangerFaults(*settings, {stations->begin(), stations->end()}); });

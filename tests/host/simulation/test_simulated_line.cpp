@@ -23,7 +23,7 @@ public:
         options.paced = paced;
         EXPECT_TRUE(parseFaults(faults, &options).isEmpty() && !SimulatedLine::start(options, &simulated));
         setPortName(QString::fromStdString(simulated->device()));
-        EXPECT_TRUE(open(ReadWrite));
+        EXPECT_TRUE(setBaudRate(options.baud) && open(ReadWrite));
     }
     /// What arrives until size bytes are there; a size of 0 gives the line some time to stay silent.
     QByteArray ask(const QByteArray &request, int size) {
@@ -77,7 +77,7 @@ TEST(SimulatedLine, AnswersAsAControllerDoesWhateverArrives) {
 TEST(SimulatedLine, TakesTheTimeOfTheWireAndEchoes) {
     Line line("echo,delay=30", true);
     QSerialPort other(QString::fromStdString(line.simulated->secondDevice()));
-    EXPECT_TRUE(other.open(QSerialPort::ReadWrite));
+    EXPECT_TRUE(other.setBaudRate(19200) && other.open(QSerialPort::ReadWrite));
     const QByteArray request = withCrc("0103 0010 0014");
     const QByteArray answer = request + withCrc(bytes("0103 28") + QByteArray(40, '\0'));
     const auto asked = std::chrono::steady_clock::now();
