@@ -19,6 +19,7 @@ extern const Command kMonitorCommand;
 extern const Command kReadCommand;
 extern const Command kWriteCommand;
 extern const Command kPlanCommand;
+extern const Command kScanCommand;
 extern const Command kPortsCommand;
 extern const Command kSimulateCommand;
 

@@ -2,7 +2,7 @@
 
 const std::vector<const Command *> &commands() {
     static const std::vector<const Command *> kCommands{&kMonitorCommand, &kReadCommand, &kWriteCommand,
-                                                        &kPlanCommand,    &kPortsCommand,
+                                                        &kPlanCommand,    &kScanCommand, &kPortsCommand,
                                                         &kSimulateCommand};
     return kCommands;
 }

@@ -59,7 +59,9 @@ TEST(Program, EndsWithTheStatusOfWhatWentWrong) {
     EXPECT_EQ(status("monitor --faults dead=2 --timeout 20 --seconds 1"), 1);
     EXPECT_EQ(status("read 7 12x"), 2);
     EXPECT_EQ(status("read 7 1 --port /nowhere"), 3);
+    EXPECT_EQ(status("scan --stations 3-5 --baud 19200 --parity even --timeout 20 --faults dead=3"), 1);
     EXPECT_EQ(status("read 7 1 --faults dead=4"), 2) << "there is no station 4";
+    EXPECT_EQ(status("plan --faults dead=4"), 2) << "there is no station 4";
     EXPECT_EQ(status("ports"), 0);
     QProcess unheard;
     unheard.setStandardOutputFile("/dev/full");
