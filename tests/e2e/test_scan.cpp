@@ -35,16 +35,23 @@ TEST(Scan, FindsTheStationsWithTheirSettingsAndNoOthersTwice) {
     options.faults = {{FaultKind::NoReply, 0.2}};
     options.forbidden = {{3, 0, 0}};
     const auto fast = startLine(options);
-    const QStringList scan = QString(
-                                 "scan --timeout 60 --stations 2-4,247 --baud 9600,250000 --parity even,odd,none "
-                                 "--start-silence 0 --format json --port")
-                                 .split(' ');
+    const auto scan = [](const std::unique_ptr<SimulatedLine> &line, const QString &what) {
+        return ("scan --timeout 60 --start-silence 0 --format json " + what + " --port").split(' ') +
+               QStringList{line->device().c_str()};
+    };
+    const char *const onFast = "250000 odd 2 value 0, 250000 odd 3 exception 2, 250000 odd 247 value 0";
+    const QString wide = "--stations 2-4,247 --baud 9600,250000 --parity even,odd,none --retries ";
     for (int run = 1; run <= 2; ++run) {
-        Program onSlow(scan + QStringList{slow->device().c_str(), "--retries", "0"});
-        Program onFast(scan + QStringList{fast->device().c_str(), "--retries", "2"});
-        EXPECT_EQ(found(&onSlow), "9600 none 2 late 0, 9600 none 3 late 0, 9600 none 247 late 0");
-        EXPECT_EQ(found(&onFast), "250000 odd 2 value 0, 250000 odd 3 exception 2, 250000 odd 247 value 0");
+        Program slowScan(scan(slow, wide + "0"));
+        Program fastScan(scan(fast, wide + "2"));
+        EXPECT_EQ(found(&slowScan), "9600 none 2 late 0, 9600 none 3 late 0, 9600 none 247 late 0");
+        EXPECT_EQ(found(&fastScan), onFast);
     }
+    Program stopped(scan(fast, "--stations 2,3,247 --baud 250000,9600 --parity odd --retries 50"));
+    EXPECT_TRUE(stopped.says(QProcess::StandardError, "station 2-3,247"));
+    stopped.terminate();
+    EXPECT_EQ(found(&stopped), onFast) << "the rest takes ten seconds";
+    EXPECT_TRUE(stopped.readAllStandardError().contains("1 of 2 settings"));
 }
 
 }  // namespace

@@ -79,6 +79,8 @@ TEST(CommandLine, TakesWhatIsGiven) {
         QVector<qint64>({simulation.deadStation, simulation.remoteNode, simulation.lateBy.count(), own.startSilenceUs,
                          own.bitsPerCharacter, simulation.bitsPerCharacter, simulation.paced, simulation.baud}),
         QVector<qint64>({2, 0, 626, 0, 12, 12, 0, 115200}));
+    const SimulatedLineOptions served = simulationFor(parse("simulate --parity odd --any-settings").settings);
+    EXPECT_TRUE(served.parity == simulation::Parity::Odd && served.anySettings && !simulation.anySettings);
     EXPECT_EQ(parse("monitor --port x").settings.port.baud + parse("simulate").settings.port.baud, 2 * 19200);
     const dravo::LineSettings port = lineSettings(
         parse("monitor --port x --baud 300 --parity none --timeout 60 --retries 5 --frame-limit 9 --down-after 0 "

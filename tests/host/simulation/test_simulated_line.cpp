@@ -15,8 +15,9 @@ constexpr std::chrono::milliseconds kLateBy{40};
 /// A line with these faults, and its first device.
 class Line : public QSerialPort {
 public:
-    explicit Line(const QString &faults = QString(), bool paced = false) {
+    explicit Line(const QString &faults = QString(), bool paced = false, bool anySettings = false) {
         SimulatedLineOptions options;
+        options.anySettings = anySettings;
         options.stations = {1, 2, 247};
         options.lateBy = kLateBy;
         options.remoteNode = 9;
@@ -72,6 +73,21 @@ TEST(SimulatedLine, AnswersAsAControllerDoesWhateverArrives) {
         EXPECT_EQ(line.ask(withCrc(taken), 8), withCrc(taken));
     }
     EXPECT_LT(line.simulated->holdingRegister(1, 8500), 930) << "the ramp falls";
+}
+
+TEST(SimulatedLine, HearsOnlyWhoHasItsSettings) {
+    Line line;
+    const QByteArray reply = withCrc("0103 02 0000");
+    EXPECT_EQ(line.ask(withCrc("0103 0010 0001"), reply.size()), reply);
+    EXPECT_TRUE(line.setParity(QSerialPort::OddParity));
+    EXPECT_TRUE(line.ask(withCrc("0103 0010 0001"), 0).isEmpty());
+    EXPECT_TRUE(line.setParity(QSerialPort::EvenParity) && line.setBaudRate(250000));
+    EXPECT_TRUE(line.ask(withCrc("0103 0010 0001"), 0).isEmpty());
+    EXPECT_TRUE(line.setBaudRate(19200));
+    EXPECT_EQ(line.ask(withCrc("0103 0010 0001"), reply.size()), reply);
+    Line open(QString(), false, true);
+    EXPECT_TRUE(open.setParity(QSerialPort::OddParity) && open.setBaudRate(50));
+    EXPECT_EQ(open.ask(withCrc("0103 0010 0001"), reply.size()), reply);
 }
 
 TEST(SimulatedLine, TakesTheTimeOfTheWireAndEchoes) {
