@@ -19,6 +19,8 @@ extern const Command kMonitorCommand;
 extern const Command kReadCommand;
 extern const Command kWriteCommand;
 extern const Command kPlanCommand;
+extern const Command kScanCommand;
+extern const Command kPortsCommand;
 extern const Command kSimulateCommand;
 
 /// In the order in which help names them.

@@ -2,17 +2,15 @@
 
 namespace {
 
-constexpr Bounds kRetries{0, 100};
 constexpr Bounds kFrameLimit{1, 125};  // registers that a Modbus read carries; eight times as many coils fit as well
 constexpr Bounds kNode{0, 255};
 constexpr Bounds kLifetimeMs{1, 3 * kTimeoutMs.highest};
 constexpr Bounds kSilenceMs{0, kLifetimeMs.highest};
 constexpr Bounds kDownAfter{0, 1000};
 constexpr int kOwnLineBaud = 115200;  // named in the help of --port; a pass over the built-in sample takes 190 ms
+}  // namespace
 
-void addReplyOptions(OptionSet *options, Options *settings) {
-    options->addNumber("timeout", "MS", kTimeoutMs, &settings->timeoutMs,
-                       "Longest wait for a reply's first byte. Give more than the slowest controller takes.");
+void addLateReplyOptions(OptionSet *options, Options *settings, const int *timeoutMs) {
     options->addNumber("lifetime", "MS", kLifetimeMs, &settings->lifetimeMs,
                        "Longest time in which a late reply can still come (three timeouts). Nothing that it could be "
                        "mistaken for is asked before.");
@@ -22,19 +20,21 @@ void addReplyOptions(OptionSet *options, Options *settings) {
     options->addChoice<dravo::EchoMode>(
         "echo", {{"auto", dravo::EchoAuto}, {"on", dravo::EchoOn}, {"off", dravo::EchoOff}}, &settings->line.echo,
         "Whether the adapter returns what it sends. Such a copy of a write looks like its reply.");
-    options->addCheck([settings] {
-        const bool tooShort = settings->lifetimeMs && *settings->lifetimeMs < settings->timeoutMs;
+    options->addCheck([settings, timeoutMs] {
+        const bool tooShort = settings->lifetimeMs && *settings->lifetimeMs < *timeoutMs;
         return tooShort ? QStringList{QStringLiteral("--lifetime is less than --timeout")} : QStringList();
     });
 }
-
-}  // namespace
 
 void addCharacterOptions(OptionSet *options, PortSettings *port) {
     options->addNumber("baud", "N", kBaud, &port->baud, "Bits per second.");
     options->addChoice<QSerialPort::Parity>(
         "parity", {{"none", QSerialPort::NoParity}, {"even", QSerialPort::EvenParity}, {"odd", QSerialPort::OddParity}},
         &port->parity, "Parity.");
+    addStopBitsOption(options, port);
+}
+
+void addStopBitsOption(OptionSet *options, PortSettings *port) {
     options->addChoice<QSerialPort::StopBits>("stop-bits", {{"1", QSerialPort::OneStop}, {"2", QSerialPort::TwoStop}},
                                               &port->stopBits, "Stop bits.");
 }
@@ -43,7 +43,9 @@ void addLineOptions(OptionSet *options, Options *settings) {
     options->addText("port", "DEVICE", &settings->port.device,
                      "Serial port; without it the simulated line is used, at 115200 baud unless --baud is given.");
     addCharacterOptions(options, &settings->port);
-    addReplyOptions(options, settings);
+    options->addNumber("timeout", "MS", kTimeoutMs, &settings->timeoutMs,
+                       "Longest wait for a reply's first byte. Give more than the slowest controller takes.");
+    addLateReplyOptions(options, settings, &settings->timeoutMs);
     dravo::LineSettings &line = settings->line;
     options->addNumber("retries", "N", kRetries, &line.retries, "Times a request is sent again after a bad reply.");
     options->addNumber("frame-limit", "N", kFrameLimit, &line.frameLimit,

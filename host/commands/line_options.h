@@ -9,6 +9,7 @@
 
 constexpr Bounds kBaud{50, 4000000};
 constexpr Bounds kTimeoutMs{1, 60000};
+constexpr Bounds kRetries{0, 100};
 constexpr Bounds kStation{1, 247};
 constexpr Bounds kSeconds{1, 10 * 365 * 24 * 3600};
 
@@ -24,6 +25,9 @@ void addSimulationOptions(OptionSet *options, Options *settings);
 void addPacingOptions(OptionSet *options, Options *settings);
 /// Bits per second, parity, stop bits.
 void addCharacterOptions(OptionSet *options, PortSettings *port);
+void addStopBitsOption(OptionSet *options, PortSettings *port);
+/// What a reply is taken for that comes after this timeout.
+void addLateReplyOptions(OptionSet *options, Options *settings, const int *timeoutMs);
 /// For a command that runs on a simulated line of its own unless a port is given: that line is faster by default, since
 /// it has to be lively rather than like a certain machine.
 void addOwnLineSpeed(OptionSet *options, PortSettings *port);

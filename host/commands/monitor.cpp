@@ -98,10 +98,15 @@ void Monitor::passDone(qint64 us) {
 
 void Monitor::reopen() {
     qint64 nextTryUs = nowUs() + kSecondUs;
+    QString told;  // why it does not open; once a change
     for (serve(); !leaving_ && model_.isLost(); serve()) {
         sleepUnlessStopped(kSliceMs);
         if (nowUs() >= nextTryUs) {
-            model_.setLost(bool(line_->reopen()));
+            const Failure failure = line_->reopen();
+            model_.setLost(bool(failure));
+            if (failure && failure.text() != told) {
+                tellUser(told = failure.text());
+            }
             nextTryUs = nowUs() + kSecondUs;
         }
     }

@@ -6,6 +6,13 @@ namespace {
 constexpr qint64 kMs = 1000;
 constexpr int kStartAndDataBits = 9;
 constexpr int kTimeoutsInLifetime = 3;
+
+simulation::Parity parityOf(const PortSettings &port) {
+    return port.parity == QSerialPort::EvenParity  ? simulation::Parity::Even
+           : port.parity == QSerialPort::OddParity ? simulation::Parity::Odd
+                                                   : simulation::Parity::None;
+}
+
 }  // namespace
 
 std::set<int> stationsOf(const QVector<dravo::Variable> &variables) {
@@ -33,7 +40,9 @@ dravo::LineSettings lineSettings(const Options &options) {
 
 SimulatedLineOptions simulationFor(const Options &options) {
     SimulatedLineOptions simulation = options.simulation;
-    simulation.baud = options.port.baud;
+    const PortSettings &port = options.port;
+    simulation.baud = port.baud;
+    simulation.parity = parityOf(port);
     simulation.remoteNode = options.remoteNode.value_or(-1);
     simulation.paced = !options.unpaced;
     // Later than the timeout, but within the lifetime that controllers are taken to keep.

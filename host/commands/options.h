@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "host/pump/serial_port.h"
+#include "host/scan/scan_settings.h"
 #include "host/screen/record_output.h"
 #include "host/simulation/simulated_line.h"
 #include "host/tags/value_format.h"
@@ -27,6 +28,7 @@ struct Options {
     QString tagFile;  // empty: the built-in sample
     std::optional<RecordFormat> format;
     PlanFormat planFormat = PlanFormat::Table;
+    ScanSettings scan;
     int turnaroundMs = 5;  // plan
     bool measure = false;  // plan
     std::optional<int> passes;

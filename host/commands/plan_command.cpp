@@ -58,6 +58,10 @@ int run(const Options &settings) {
         return refuse(tags.faults);
     }
     const QVector<dravo::Variable> variables = variablesOf(tags.variables);
+    const QStringList strangers = strangerFaults(settings, stationsOf(variables));
+    if (!strangers.isEmpty()) {
+        return refuse(strangers);
+    }
     dravo::LineSettings line = lineSettings(settings);
     line.replyDelayUs = settings.turnaroundMs * 1000LL;
     PassPlan plan;

@@ -4,15 +4,16 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 #include <cerrno>
-#include <set>
 
 #include "host/commands/command.h"
 #include "host/commands/exit_status.h"
 #include "host/commands/line_options.h"
+#include "host/commands/list_options.h"
 #include "host/commands/open_line.h"
 #include "host/commands/simulate_trace.h"
 #include "host/commands/trace_options.h"
 #include "host/pump/stop_signal.h"
+#include "host/scan/scan_report.h"
 
 namespace {
 
@@ -57,29 +58,6 @@ private:
     QByteArray device_;
 };
 
-QStringList takeStations(const QString &list, std::vector<int> *stations) {
-    QStringList faults;
-    std::set<int> named;
-    const auto put = [&](int station) {
-        if (!named.insert(station).second) {
-            faults.append(QStringLiteral("names station %1 twice").arg(station));
-        }
-    };
-    for (const QString &text : list.split(QLatin1Char(','))) {
-        faults += takeNumber(kStation, put)(text);
-    }
-    stations->assign(named.begin(), named.end());
-    return faults;
-}
-
-QString listOf(const std::vector<int> &stations) {
-    QStringList texts;
-    for (const int station : stations) {
-        texts.append(QString::number(station));
-    }
-    return texts.join(QLatin1Char(','));
-}
-
 void addOptions(OptionSet *options, Options *settings) {
     std::vector<int> *stations = &settings->simulation.stations;
     *stations = {1, 2, 3};
@@ -87,12 +65,15 @@ void addOptions(OptionSet *options, Options *settings) {
                      QStringLiteral("Make FILE a symbolic link to the first device while serving."));
     options->addText("second-link", "FILE", &settings->secondLink,
                      QStringLiteral("Make FILE a symbolic link to the second device."));
-    options->add("stations", "LIST", QStringLiteral("Stations, separated by commas (%1).").arg(listOf(*stations)),
-                 [stations](const QString &list) { return takeStations(list, stations); });
+    options->add("stations", "LIST", QStringLiteral("Stations, such as 1-10,20 (%1).").arg(numberList(*stations)),
+                 takeRanges(kStation, stations));
     options->addNumber("seconds", "N", kSeconds, &settings->seconds, QStringLiteral("Stop after so many seconds."));
     options->addNumber("timeout", "MS", kTimeoutMs, &settings->timeoutMs,
                        QStringLiteral("Timeout of the masters, which a late reply passes."));
     addCharacterOptions(options, &settings->port);
+    options->addFlag("any-settings", &settings->simulation.anySettings,
+                     QStringLiteral("Hear masters whatever baud rate and parity they set. Otherwise those with others "
+                                    "hear and reach nobody, as on a wire."));
     addSimulationOptions(options, settings);
     addPacingOptions(options, settings);
     addTraceOptions(options, settings);

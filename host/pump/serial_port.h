@@ -17,8 +17,10 @@ struct PortSettings {
 
 class SerialPort {
 public:
-    /// Opens the device; one that is open is closed first.
+    /// Opens the device; one that is open is closed first. A failure says what to do about it.
     Failure open(const PortSettings &settings);
+    /// Sets the open device, which stays the same, to other ones, and drops what has arrived.
+    Failure change(const PortSettings &settings);
 
     // After a failure of these the device is lost, until it is opened again.
 
@@ -30,9 +32,11 @@ public:
     Failure waitForBytes(int milliseconds);
 
 private:
+    bool set(const PortSettings &settings);
     Failure lost();
 
     QSerialPort port_;
+    QString path_;
 };
 
 #endif  // DRAVO_HOST_PUMP_SERIAL_PORT_H

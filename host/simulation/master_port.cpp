@@ -32,6 +32,7 @@ void MasterPort::listen() {
         Bytes bytes;
         terminal_.read(bytes);
         sent_.put(bytes, Clock::now());
+        understood_ = bytes.empty() ? understood_ : speaksAsControllers();
     }
 }
 
@@ -41,11 +42,20 @@ void MasterPort::carry() {
     if (rules_.echo) {
         terminal_.write(arrived);
     }
-    input_.insert(input_.end(), arrived.begin(), arrived.end());
+    if (understood_) {
+        input_.insert(input_.end(), arrived.begin(), arrived.end());
+    }
     if (input_.size() > kMostWaiting) {  // more without a silence is noise
         input_.resize(kMostWaiting);
     }
-    terminal_.write(output_.take(now));
+    if (const Bytes answered = output_.take(now); !answered.empty() && speaksAsControllers()) {
+        terminal_.write(answered);
+    }
+}
+
+/// With other settings every byte is another one, and no checksum fits: it is as if nothing came.
+bool MasterPort::speaksAsControllers() const {
+    return rules_.anySettings || mayBeSetTo(terminal_.descriptor(), rules_.baud, rules_.parity);
 }
 
 std::optional<Bytes> MasterPort::takeFrame() {

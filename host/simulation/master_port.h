@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "host/simulation/device_settings.h"
 #include "host/simulation/paced_bytes.h"
 #include "host/simulation/pseudo_terminal.h"
 
@@ -16,6 +17,9 @@ struct LineRules {
     Clock::duration silence;    // 3.5 characters
     bool remoteFrames;          // remote frames are recognised as well as Modbus requests
     bool echo;                  // the master gets back what it sends
+    int baud;                   // what the controllers are set to
+    Parity parity;
+    bool anySettings;  // it does not matter
 };
 
 class MasterPort {
@@ -47,13 +51,15 @@ public:
 
 private:
     static constexpr std::size_t kMostWaiting = 4096;  // bytes, each way; no frame is as long
+    bool speaksAsControllers() const;
     bool mayServe() const { return !input_.empty() && output_.size() < kMostWaiting; }
 
     PseudoTerminal terminal_;
     LineRules rules_;
-    PacedBytes sent_;    // by the master, on its way
-    Bytes input_;        // arrived, of no frame yet
-    PacedBytes output_;  // replies
+    PacedBytes sent_;         // by the master, on its way
+    bool understood_ = true;  // what it sent last
+    Bytes input_;             // arrived, of no frame yet
+    PacedBytes output_;       // replies
 };
 
 }  // namespace simulation

@@ -18,8 +18,13 @@ namespace {
 constexpr std::chrono::milliseconds kShortestSilence{5};
 
 LineRules lineRules(const SimulatedLineOptions &options) {
-    return {characterTime(options), std::max<Clock::duration>(frameGap(options), kShortestSilence),
-            options.remoteNode >= 0, options.echo};
+    return {characterTime(options),
+            std::max<Clock::duration>(frameGap(options), kShortestSilence),
+            options.remoteNode >= 0,
+            options.echo,
+            options.baud,
+            options.parity,
+            options.anySettings};
 }
 
 }  // namespace

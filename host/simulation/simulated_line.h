@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "host/simulation/device_settings.h"
 #include "host/simulation/failure.h"
 
 /// What can go wrong with one exchange. The faults of an exchange are drawn independently of each other.
@@ -62,6 +63,9 @@ struct SeenExchange {
 struct SimulatedLineOptions {
     std::vector<int> stations;  // one controller each, 1 to 247
     int baud = 19200;
+    simulation::Parity parity = simulation::Parity::Even;
+    bool anySettings = false;  // masters are heard whatever baud rate and parity they set; else what goes over the line
+                               // with others than these is lost
     int bitsPerCharacter = 11;  // start, data, parity and stop bits, 10 to 12
     bool paced = true;          // bytes and turnarounds take their time; false: none
     Turnaround turnaround;

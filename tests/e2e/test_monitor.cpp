@@ -29,7 +29,7 @@ TEST(Monitor, ShowsNoWrongValueAndOpensTheLineAgainOnceItIsBack) {
     EXPECT_TRUE(patient.says(QProcess::StandardOutput, ",fresh,"));
     EXPECT_TRUE(impatient.says(QProcess::StandardOutput, "\n3,"));
     line.reset();
-    EXPECT_TRUE(patient.says(QProcess::StandardError, "the line is lost"));
+    EXPECT_TRUE(patient.says(QProcess::StandardError, "went away; unplugged?"));
     const QStringList fresh = impatient.output().split('\n').filter(",fresh,");
     EXPECT_FALSE(fresh.isEmpty()) << "two masters take turns";
     for (const QString &row : fresh) {  // of a living station, and the value is the label
@@ -38,6 +38,7 @@ TEST(Monitor, ShowsNoWrongValueAndOpensTheLineAgainOnceItIsBack) {
     }
     EXPECT_EQ(impatient.exitCode(), 1);
     patient.readAllStandardOutput();
+    EXPECT_TRUE(patient.says(QProcess::StandardError, "there is no such device"));
     line = startLine(options);
     line->setHoldingRegister(1, 0, 4321);
     EXPECT_TRUE(QFile::remove(device) && QFile::link(line->device().c_str(), device));
@@ -58,7 +59,10 @@ TEST(Program, EndsWithTheStatusOfWhatWentWrong) {
     EXPECT_EQ(status("monitor --faults dead=2 --timeout 20 --seconds 1"), 1);
     EXPECT_EQ(status("read 7 12x"), 2);
     EXPECT_EQ(status("read 7 1 --port /nowhere"), 3);
+    EXPECT_EQ(status("scan --stations 3-5 --baud 19200 --parity even --timeout 20 --faults dead=3"), 1);
     EXPECT_EQ(status("read 7 1 --faults dead=4"), 2) << "there is no station 4";
+    EXPECT_EQ(status("plan --faults dead=4"), 2) << "there is no station 4";
+    EXPECT_EQ(status("ports"), 0);
     QProcess unheard;
     unheard.setStandardOutputFile("/dev/full");
     unheard.start(DRAVO_HOST_PROGRAM, {"--version"});

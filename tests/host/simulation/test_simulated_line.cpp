@@ -15,15 +15,16 @@ constexpr std::chrono::milliseconds kLateBy{40};
 /// A line with these faults, and its first device.
 class Line : public QSerialPort {
 public:
-    explicit Line(const QString &faults = QString(), bool paced = false) {
+    explicit Line(const QString &faults = QString(), bool paced = false, bool anySettings = false) {
         SimulatedLineOptions options;
+        options.anySettings = anySettings;
         options.stations = {1, 2, 247};
         options.lateBy = kLateBy;
         options.remoteNode = 9;
         options.paced = paced;
         EXPECT_TRUE(parseFaults(faults, &options).isEmpty() && !SimulatedLine::start(options, &simulated));
         setPortName(QString::fromStdString(simulated->device()));
-        EXPECT_TRUE(open(ReadWrite));
+        EXPECT_TRUE(setBaudRate(options.baud) && open(ReadWrite));
     }
     /// What arrives until size bytes are there; a size of 0 gives the line some time to stay silent.
     QByteArray ask(const QByteArray &request, int size) {
@@ -74,10 +75,25 @@ TEST(SimulatedLine, AnswersAsAControllerDoesWhateverArrives) {
     EXPECT_LT(line.simulated->holdingRegister(1, 8500), 930) << "the ramp falls";
 }
 
+TEST(SimulatedLine, HearsOnlyWhoHasItsSettings) {
+    Line line;
+    const QByteArray reply = withCrc("0103 02 0000");
+    EXPECT_EQ(line.ask(withCrc("0103 0010 0001"), reply.size()), reply);
+    EXPECT_TRUE(line.setParity(QSerialPort::OddParity));
+    EXPECT_TRUE(line.ask(withCrc("0103 0010 0001"), 0).isEmpty());
+    EXPECT_TRUE(line.setParity(QSerialPort::EvenParity) && line.setBaudRate(250000));
+    EXPECT_TRUE(line.ask(withCrc("0103 0010 0001"), 0).isEmpty());
+    EXPECT_TRUE(line.setBaudRate(19200));
+    EXPECT_EQ(line.ask(withCrc("0103 0010 0001"), reply.size()), reply);
+    Line open(QString(), false, true);
+    EXPECT_TRUE(open.setParity(QSerialPort::OddParity) && open.setBaudRate(50));
+    EXPECT_EQ(open.ask(withCrc("0103 0010 0001"), reply.size()), reply);
+}
+
 TEST(SimulatedLine, TakesTheTimeOfTheWireAndEchoes) {
     Line line("echo,delay=30", true);
     QSerialPort other(QString::fromStdString(line.simulated->secondDevice()));
-    EXPECT_TRUE(other.open(QSerialPort::ReadWrite));
+    EXPECT_TRUE(other.setBaudRate(19200) && other.open(QSerialPort::ReadWrite));
     const QByteArray request = withCrc("0103 0010 0014");
     const QByteArray answer = request + withCrc(bytes("0103 28") + QByteArray(40, '\0'));
     const auto asked = std::chrono::steady_clock::now();

@@ -115,7 +115,7 @@ TEST(Trace, LineSaysWhoWhatWhereAndWhatBecameOfIt) {
     RecentFrames recent;
     for (int i = 0; i < 60; ++i) {
         frame.station = i < 55 ? 2 : 3;
-        recent.add(frame, i * 1000);
+        recent.add(frame, i * 1000LL);
     }
     EXPECT_EQ(recent.lines(2).size(), RecentFrames::kMost);
     EXPECT_EQ(recent.lines(3).size(), 5);
