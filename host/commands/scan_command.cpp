@@ -6,6 +6,7 @@
 #include "host/commands/line_options.h"
 #include "host/commands/list_options.h"
 #include "host/commands/scan_line.h"
+#include "host/commands/trace_options.h"
 #include "host/pump/stop_signal.h"
 #include "host/scan/scan_time.h"
 
@@ -69,6 +70,7 @@ void addOptions(OptionSet *options, Options *settings) {
                              QStringLiteral("Text, or one JSON object."));
     addFaultOption(options, settings);
     addPacingOptions(options, settings);
+    addTraceOptions(options, settings);
     for (const char *const own : {"faults", "turnaround", "unpaced"}) {
         options->exclude(
             "port", own,

@@ -70,6 +70,7 @@ Failure LineScan::run() {
 }
 
 Failure LineScan::scanAt(const PortSettings &at) {
+    line_->trace().lineClosed();
     if (const Failure unusable = line_->port().change(at)) {
         say(unusable.text());  // others may do
         return Failure();
@@ -98,14 +99,17 @@ Failure LineScan::ask(const PortSettings &at, dravo::Line *engine, Sweep *sweep)
             ++result_.settingsDone;
             break;
         }
-        lost = pump(&line_->port(), engine, [&](const dravo::LineEvent &event) {
-            if (event.kind == dravo::LineEvent::Operation) {
-                sweep->judged(event);
-                operation = 0;
-                quietUs = nowUs() + lifetimeUs;
-            }
-            return operation != 0;  // the next one waits for nothing
-        });
+        lost = pump(
+            &line_->port(), engine,
+            [&](const dravo::LineEvent &event) {
+                if (event.kind == dravo::LineEvent::Operation) {
+                    sweep->judged(event);
+                    operation = 0;
+                    quietUs = nowUs() + lifetimeUs;
+                }
+                return operation != 0;  // the next one waits for nothing
+            },
+            &line_->trace());
         takeLate(engine->statistics(), sweep);
     }
     return lost;
