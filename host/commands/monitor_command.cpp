@@ -22,7 +22,8 @@ Options settled(Options options, bool live) {
     if (!options.periodMs) {
         options.periodMs = simulated ? kDemoPeriodMs : 0;
     }
-    if (simulated && !live && !options.passes && !options.seconds && isatty(STDOUT_FILENO) == 0) {
+    const bool endless = live || options.passes || options.seconds || !options.commandFile.isEmpty();
+    if (simulated && !endless && isatty(STDOUT_FILENO) == 0) {
         options.passes = kDemoPasses;
     }
     return options;
@@ -44,7 +45,7 @@ void addOptions(OptionSet *options, Options *settings) {
     options->addNumber(
         "seconds", "N", kSeconds, &settings->seconds,
         QStringLiteral("Stop after so many seconds. Without either, a run on the simulated line without a terminal "
-                       "stops after %1 passes; any other goes on.")
+                       "or commands stops after %1 passes; any other goes on.")
             .arg(kDemoPasses));
     options->exclude("passes", "seconds", QStringLiteral("--passes and --seconds exclude each other"));
     options->addChoice<RecordFormat>(
@@ -55,6 +56,7 @@ void addOptions(OptionSet *options, Options *settings) {
         QStringLiteral("Least time from the start of a pass to the next (%1 on the simulated line, 0 on a port).")
             .arg(kDemoPeriodMs));
     addLineOptions(options, settings);
+    addStreamOptions(options, settings);
     addMonitorLineOptions(options, settings);
     addSimulationOptions(options, settings);
     addPacingOptions(options, settings);
@@ -68,6 +70,11 @@ int run(const Options &given) {
     if (!tags.faults.isEmpty() || !strangers.isEmpty()) {
         return refuse(tags.faults.isEmpty() ? strangers : tags.faults);  // what stations there are the tag list says
     }
+    MonitorStreams streams;
+    const QStringList closed = streams.open(given);
+    if (!closed.isEmpty()) {
+        return refuse(closed);
+    }
     OpenLine line;
     if (Failure failure = line.open(given, stations)) {
         return fail(kExitPort, failure);
@@ -78,8 +85,9 @@ int run(const Options &given) {
     }
     const bool live = screen && screen->isOpen();
     const Options settings = settled(given, live);
-    Monitor monitor(settings, tags.variables, &line, live ? &*screen : nullptr);
+    Monitor monitor(settings, tags.variables, &line, live ? &*screen : nullptr, &streams);
     const Failure brokenOff = monitor.run();
+    monitor.end();
     screen.reset();
     if (!monitor.readerGone()) {
         closingWords(monitor, settings.format);
