@@ -33,7 +33,7 @@ Monitor::Monitor(const Options &settings, const QVector<Tag> &variables, OpenLin
     }
 }
 
-QStringList Monitor::statisticsLines() const {
+QStringList Monitor::statisticsLines() {
     return statisticsTable(statistics_.rows(nowUs()), kTableWidth);
 }
 
@@ -57,7 +57,7 @@ void Monitor::serveStreams() {
         gateway_->serve(model_.isLost());
         leaving_ = settings_.untilInputEnds && gateway_->isOver();
     }
-    if (settings_.everySeconds && nowUs() >= nextRecordUs_) {
+    if (settings_.everySeconds && !leaving_ && nowUs() >= nextRecordUs_) {  // end() writes one
         recordStatistics();
         while (nextRecordUs_ <= nowUs()) {
             nextRecordUs_ += *settings_.everySeconds * kSecondUs;

@@ -22,7 +22,7 @@ public:
     /// After run(): what is still to be written to the streams, whatever ended it.
     void end();
     bool anyFailed() const { return model_.anyFailed() || streams_->statisticsFailed; }
-    QStringList statisticsLines() const;
+    QStringList statisticsLines();
     /// Whether it ended since nobody reads the records any more.
     bool readerGone() const { return output_.readerGone(); }
 

@@ -30,7 +30,7 @@ Options settled(Options options, bool live) {
 }
 
 // Records for programs stay clean: their statistics go to standard error.
-void closingWords(const Monitor &monitor, std::optional<RecordFormat> format) {
+void closingWords(Monitor &monitor, std::optional<RecordFormat> format) {
     std::FILE *out = format == RecordFormat::Csv || format == RecordFormat::Json ? stderr : stdout;
     for (const QString &line : monitor.statisticsLines()) {
         std::fprintf(out, "%s\n", line.toLocal8Bit().constData());

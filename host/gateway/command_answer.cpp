@@ -45,7 +45,6 @@ QByteArray answerRecord(const CommandAnswer &answer, const Tag *variable, const 
     }
     const QJsonObject record{
         {QStringLiteral("record"), QStringLiteral("command")},
-        {QStringLiteral("id"), answer.id},
         {QStringLiteral("time"), time},
         {QStringLiteral("command"), orNull(answer.command)},
         {QStringLiteral("label"), orNull(answer.label)},
@@ -57,5 +56,5 @@ QByteArray answerRecord(const CommandAnswer &answer, const Tag *variable, const 
         {QStringLiteral("shown"), variable != nullptr ? QJsonValue(texts) : QJsonValue(QJsonValue::Null)},
         {QStringLiteral("unit"), variable != nullptr ? orNull(variable->format.unit) : QJsonValue(QJsonValue::Null)},
     };
-    return QJsonDocument(record).toJson(QJsonDocument::Compact) + '\n';
+    return "{\"id\":" + answer.id + ',' + QJsonDocument(record).toJson(QJsonDocument::Compact).mid(1) + '\n';
 }

@@ -3,7 +3,6 @@
 #define DRAVO_HOST_GATEWAY_COMMAND_ANSWER_H
 
 #include <QtCore/QByteArray>
-#include <QtCore/QJsonValue>
 #include <QtCore/QStringList>
 
 #include "host/tags/tag_list.h"
@@ -16,8 +15,8 @@ enum class CommandOutcome {
 };
 
 struct CommandAnswer {
-    QJsonValue id;
-    QString command;  // "write", "read" or, where that could not be told, empty
+    QByteArray id = "null";  // JSON
+    QString command;         // "write", "read" or, where that could not be told, empty
     QString label;
     CommandOutcome outcome = CommandOutcome::Done;
     QString why;   // empty: done

@@ -2,13 +2,13 @@
 #ifndef DRAVO_HOST_GATEWAY_COMMAND_TEXT_H
 #define DRAVO_HOST_GATEWAY_COMMAND_TEXT_H
 
-#include <QtCore/QJsonValue>
+#include <QtCore/QByteArray>
 #include <QtCore/QStringList>
 
 struct CommandText {
-    QJsonValue id;         // as given; null where there is none
-    bool isWrite = false;  // else a read
-    QString name;          // "write" or "read"; empty where that cannot be told
+    QByteArray id = "null";  // as given, so that no digit is lost; null where there is none
+    bool isWrite = false;    // else a read
+    QString name;            // "write" or "read"; empty where that cannot be told
     QString label;
     QStringList values;  // as they would be typed
     QStringList faults;  // all that is wrong; empty: it is a command

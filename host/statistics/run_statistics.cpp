@@ -4,9 +4,14 @@ namespace {
 constexpr int kLine = -1;
 }
 
-// A variable counts where all of it was read since the pass before.
 void RunStatistics::passDone(qint64 us, qint64 nowUs) {
     passes_.passDone(double(us) / 1000);
+    inPassesUs_ += us;
+    countValues(nowUs);
+}
+
+// A variable counts where all of it was read since the count before: in each pass once.
+void RunStatistics::countValues(qint64 nowUs) {
     for (const dravo::Variable &variable : variables_) {
         const qint64 ageUs = line_.stateOf(variable, nowUs).ageUs;
         if (ageUs >= 0 && ageUs < nowUs - countedUs_) {
@@ -31,7 +36,8 @@ void RunStatistics::markRecord(qint64 nowUs) {
     }
 }
 
-QVector<StatisticsRow> RunStatistics::rows(qint64 nowUs) const {
+QVector<StatisticsRow> RunStatistics::rows(qint64 nowUs) {
+    countValues(nowUs);
     QVector<StatisticsRow> rows;
     for (const int station : line_.statistics().stations()) {
         rows.append(row(station, nowUs));
@@ -59,6 +65,7 @@ StatisticsRow RunStatistics::row(std::optional<int> station, qint64 nowUs) const
         row.isDown = line_.isDown(*station);
     } else {
         row.passes = passes_;
+        row.inPassesUs = inPassesUs_;
         row.requestsPerPass = line_.requestsPerPass();
         row.plannedPassUs = line_.plannedPassUs();
     }

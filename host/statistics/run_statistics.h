@@ -32,9 +32,13 @@ struct StatisticsRow {
     qint64 longestUs = 0;
     StatisticsShare whole;   // since the start
     StatisticsShare recent;  // since the last markRecord()
-    PassStatistics passes;   // the line's
+    PassStatistics passes;   // the line's, and so the next
+    qint64 inPassesUs = 0;   // of the whole
     int requestsPerPass = 0;
     qint64 plannedPassUs = 0;
+
+    /// How close the line is to its limit: at 100 one pass follows the other.
+    double passPercent() const { return whole.us > 0 ? qMin(100.0, double(inPassesUs) * 100 / double(whole.us)) : 0; }
 };
 
 class RunStatistics {
@@ -49,13 +53,14 @@ public:
     void markRecord(qint64 nowUs);
 
     /// The stations, ascending, then the line.
-    QVector<StatisticsRow> rows(qint64 nowUs) const;
+    QVector<StatisticsRow> rows(qint64 nowUs);
 
 private:
     struct Amounts {
         qint64 values = 0;
         qint64 busyUs = 0;
     };
+    void countValues(qint64 nowUs);
     StatisticsRow row(std::optional<int> station, qint64 nowUs) const;
     Amounts amountsOf(int key) const;
 
@@ -65,6 +70,7 @@ private:
     qint64 countedUs_;  // what was read before has been counted
     qint64 markedUs_;
     PassStatistics passes_;
+    qint64 inPassesUs_ = 0;
     QHash<int, qint64> values_;  // by station, the line's below 0, and so the next
     QHash<int, Amounts> marked_;
 };

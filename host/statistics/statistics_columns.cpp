@@ -3,7 +3,7 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QLocale>
 #include <QtCore/QStringList>
-#include <QtCore/QtMath>
+#include <cmath>
 
 namespace {
 
@@ -50,18 +50,19 @@ const QVector<StatisticsColumn> &statisticsColumns() {
     using Counts = dravo::LineCounts;
     // clang-format off
     static const QVector<StatisticsColumn> kColumns{
-        // in records                                                                                            in tables
-        {"seconds",             [](const Row &r) { return milliseconds(r.whole.us / 1000); },                    nullptr,     false},
-        {"station",             [](const Row &r) { return r.station ? QJsonValue(*r.station) : QJsonValue(); },  nullptr,     false},
-        {"down",                [](const Row &r) { return r.station ? QJsonValue(r.isDown) : QJsonValue(); },    nullptr,     false},
-        {"passes",              [](const Row &r) { return ofLine(r, r.passes.passes()); },                       nullptr,     false},
-        {"requests_per_pass",   [](const Row &r) { return ofLine(r, r.requestsPerPass); },                       nullptr,     false},
-        {"pass_ms_min",         [](const Row &r) { return ofPasses(r, r.passes.shortestMs()); },                 nullptr,     false},
-        {"pass_ms_median",      [](const Row &r) { return ofPasses(r, r.passes.medianMs()); },                   nullptr,     false},
-        {"pass_ms_max",         [](const Row &r) { return ofPasses(r, r.passes.longestMs()); },                  nullptr,     false},
-        {"pass_ms_planned",     [](const Row &r) { return ofLine(r, milliseconds(r.plannedPassUs)); },           nullptr,     false},
-        {"values",              [](const Row &r) { return QJsonValue(r.whole.values); },                         nullptr,     false},
-        {"values_per_second",   [](const Row &r) { return oneDecimal(r.whole.valuesPerSecond()); },              "values/s",  true},
+        // in records                                                                                            in tables: title, even if zero, decimals
+        {"seconds",             [](const Row &r) { return milliseconds(r.whole.us / 1000); }},
+        {"station",             [](const Row &r) { return r.station ? QJsonValue(*r.station) : QJsonValue(); }},
+        {"down",                [](const Row &r) { return r.station ? QJsonValue(r.isDown) : QJsonValue(); }},
+        {"passes",              [](const Row &r) { return ofLine(r, r.passes.passes()); }},
+        {"requests_per_pass",   [](const Row &r) { return ofLine(r, r.requestsPerPass); }},
+        {"pass_ms_min",         [](const Row &r) { return ofPasses(r, r.passes.shortestMs()); }},
+        {"pass_ms_median",      [](const Row &r) { return ofPasses(r, r.passes.medianMs()); }},
+        {"pass_ms_max",         [](const Row &r) { return ofPasses(r, r.passes.longestMs()); }},
+        {"pass_ms_planned",     [](const Row &r) { return ofLine(r, milliseconds(r.plannedPassUs)); }},
+        {"pass_percent",        [](const Row &r) { return ofLine(r, oneDecimal(r.passPercent())); }},
+        {"values",              [](const Row &r) { return QJsonValue(r.whole.values); }},
+        {"values_per_second",   [](const Row &r) { return oneDecimal(r.whole.valuesPerSecond()); },              "values/s",  true, 1},
         {"requests",            [](const Row &r) { return QJsonValue(r.counts.sendings); },                      "requests",  true},
         {"retries",             [](const Row &r) { return QJsonValue(r.counts.retries); },                       "retries",   true},
         {"answered",            [](const Row &r) { return QJsonValue(r.counts.answered); },                      "answered",  true},
@@ -73,17 +74,17 @@ const QVector<StatisticsColumn> &statisticsColumns() {
         {"foreign_dropped",     [](const Row &r) { return QJsonValue(r.counts.foreignDropped); },                "foreign",   false},
         {"echoes",              [](const Row &r) { return QJsonValue(r.counts.echoes); },                        "echoes",    false},
         {"waits",               [](const Row &r) { return QJsonValue(r.counts.waits); },                         "waits",     false},
-        {"waited_ms",           [](const Row &r) { return milliseconds(r.counts.waitedUs); },                    "waited ms", false},
+        {"waited_ms",           [](const Row &r) { return milliseconds(r.counts.waitedUs); },                    "waited ms", false, 1},
         {"bytes_out",           [](const Row &r) { return QJsonValue(r.counts.bytesOut); },                      "bytes out", true},
         {"bytes_in",            [](const Row &r) { return QJsonValue(r.counts.bytesIn); },                       "bytes in",  true},
-        {"busy_percent",        [](const Row &r) { return oneDecimal(r.whole.busyPercent()); },                  "busy %",    true},
-        {"reply_ms_median",     [](const Row &r) { return ofReplies(r, r.medianUs); },                           "reply ms",  true},
-        {"reply_ms_95",         [](const Row &r) { return ofReplies(r, r.percent95Us); },                        "95 %",      true},
-        {"reply_ms_99",         [](const Row &r) { return ofReplies(r, r.percent99Us); },                        "99 %",      true},
-        {"reply_ms_max",        [](const Row &r) { return ofReplies(r, r.longestUs); },                          "max",       true},
-        {"recent_seconds",      [](const Row &r) { return milliseconds(r.recent.us / 1000); },                   nullptr,     false},
-        {"recent_values_per_second", [](const Row &r) { return oneDecimal(r.recent.valuesPerSecond()); },        nullptr,     false},
-        {"recent_busy_percent", [](const Row &r) { return oneDecimal(r.recent.busyPercent()); },                 nullptr,     false},
+        {"busy_percent",        [](const Row &r) { return oneDecimal(r.whole.busyPercent()); },                  "busy %",    true, 1},
+        {"reply_ms_median",     [](const Row &r) { return ofReplies(r, r.medianUs); },                           "reply ms",  true, 1},
+        {"reply_ms_95",         [](const Row &r) { return ofReplies(r, r.percent95Us); },                        "95 %",      true, 1},
+        {"reply_ms_99",         [](const Row &r) { return ofReplies(r, r.percent99Us); },                        "99 %",      true, 1},
+        {"reply_ms_max",        [](const Row &r) { return ofReplies(r, r.longestUs); },                          "max",       true, 1},
+        {"recent_seconds",      [](const Row &r) { return milliseconds(r.recent.us / 1000); }},
+        {"recent_values_per_second", [](const Row &r) { return oneDecimal(r.recent.valuesPerSecond()); }},
+        {"recent_busy_percent", [](const Row &r) { return oneDecimal(r.recent.busyPercent()); }},
     };
     // clang-format on
     return kColumns;

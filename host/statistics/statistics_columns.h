@@ -10,8 +10,9 @@
 struct StatisticsColumn {
     const char *key;                             // in records
     QJsonValue (*value)(const StatisticsRow &);  // null: does not go with this row
-    const char *title;                           // in tables; null: it is not there
-    bool evenIfZero;                             // in tables; else only where some row has something
+    const char *title = nullptr;                 // in tables; null: it is not there
+    bool evenIfZero = false;                     // in tables; else only where some row has something
+    int decimals = 0;                            // in tables
 };
 
 /// In the order shown.

@@ -1,18 +1,13 @@
 #include "host/statistics/statistics_table.h"
 
-#include <cmath>
-
 #include "host/statistics/statistics_columns.h"
 
 namespace {
 
 using TextColumn = QStringList;  // the title, then a text for each row
 
-/// People read one decimal, and what is whole without.
-QString tableText(const QJsonValue &value) {
-    const double number = value.toDouble();
-    const bool isBroken = value.isDouble() && number != std::floor(number);
-    const QString text = isBroken ? QString::number(number, 'f', 1) : statisticsText(value);
+QString tableText(const QJsonValue &value, int decimals) {
+    const QString text = value.isDouble() ? QString::number(value.toDouble(), 'f', decimals) : statisticsText(value);
     return text.isEmpty() ? QStringLiteral("-") : text;
 }
 
@@ -36,7 +31,7 @@ QVector<TextColumn> figureColumns(const QVector<StatisticsRow> &rows) {
         bool wanted = column.evenIfZero;
         for (const StatisticsRow &row : rows) {
             wanted = wanted || !isNothing(column.value(row));
-            texts.append(tableText(column.value(row)));
+            texts.append(tableText(column.value(row), column.decimals));
         }
         if (wanted && column.title != nullptr) {
             columns.append(texts);
@@ -87,17 +82,20 @@ QString number(double value) {
 }
 
 QStringList passTexts(const StatisticsRow &line) {
-    return {QStringLiteral("passes %1").arg(line.passes.passes()),
-            QStringLiteral("requests per pass %1").arg(line.requestsPerPass),
-            QStringLiteral("pass ms: min %1").arg(number(line.passes.shortestMs())),
-            QStringLiteral("median %1").arg(number(line.passes.medianMs())),
-            QStringLiteral("max %1").arg(number(line.passes.longestMs())),
-            QStringLiteral("planned %1").arg(number(double(line.plannedPassUs) / 1000))};
+    QStringList texts{QStringLiteral("passes %1").arg(line.passes.passes()),
+                      QStringLiteral("requests per pass %1").arg(line.requestsPerPass)};
+    if (line.passes.passes() > 0) {
+        texts += {QStringLiteral("pass ms: min %1").arg(number(line.passes.shortestMs())),
+                  QStringLiteral("median %1").arg(number(line.passes.medianMs())),
+                  QStringLiteral("max %1").arg(number(line.passes.longestMs()))};
+    }
+    return texts << QStringLiteral("planned %1").arg(number(double(line.plannedPassUs) / 1000));
 }
 
 QStringList loadTexts(const StatisticsRow &line) {
     return {QStringLiteral("%1 values per second").arg(number(line.whole.valuesPerSecond())),
-            QStringLiteral("bytes on the line %1 % of the time").arg(number(line.whole.busyPercent()))};
+            QStringLiteral("passes took %1 % of the time").arg(number(line.passPercent())),
+            QStringLiteral("bytes %1 %").arg(number(line.whole.busyPercent()))};
 }
 
 }  // namespace
