@@ -56,6 +56,10 @@ void Monitor::serveStreams() {
     if (gateway_ && !leaving_) {
         gateway_->serve(model_.isLost());
         leaving_ = settings_.untilInputEnds && gateway_->isOver();
+        if (gateway_->inputEnded() && !settings_.untilInputEnds && !toldInputEnded_) {
+            toldInputEnded_ = true;
+            tellUser(QStringLiteral("the commands have ended"));
+        }
     }
     if (settings_.everySeconds && !leaving_ && nowUs() >= nextRecordUs_) {  // end() writes one
         recordStatistics();

@@ -48,6 +48,7 @@ private:
     RunStatistics statistics_;
     qint64 nextRecordUs_;
     std::optional<Gateway> gateway_;
+    bool toldInputEnded_ = false;
     Failure unwritten_;  // of the output
     bool leaving_ = false;
 };

@@ -117,7 +117,18 @@ const Command kMonitorCommand{
     "bits, registers or 32-bit values, 1 to 2000. Further columns are taken where wanted: format (dec, signed, hex, "
     "binary or float), scale and offset of dec and signed (shown is raw * scale + offset), and unit. Bits are shown as "
     "0 "
-    "or 1, everything else as unsigned decimal numbers where no format is given.",
+    "or 1, everything else as unsigned decimal numbers where no format is given.\n"
+    "\n"
+    "With --commands and --format json, lines such as {\"write\": {\"label\": \"oven setpoint\", \"values\": [230]}, "
+    "\"id\": 7} or {\"read\": {\"label\": \"oven setpoint\"}} are carried out. Values are given as they are shown, as "
+    "numbers or texts, one for each of the variable. Each is answered by one record that has \"record\": \"command\", "
+    "the "
+    "id as given, and an outcome: done; refused (nothing was carried out); failed or not sure (a write may have been "
+    "carried out); and why.\n"
+    "\n"
+    "Statistics are records with \"record\": \"statistics\", one for each station and, with station null, one for the "
+    "line. They count from the start; what is named recent_ is since the record before. At the end of a run they are "
+    "shown as a table.",
     &addOptions,
     &run,
 };

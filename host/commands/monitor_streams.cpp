@@ -42,10 +42,10 @@ void addStreamOptions(OptionSet *options, Options *settings) {
                      "Stop once the commands have ended and each is answered.");
     options->addText(
         "statistics", "FILE", &settings->statisticsFile,
-        "Add records of what each station and the line have done to a file at the end. They are JSON lines, or CSV "
-        "with --format csv and where FILE ends in .csv. With --format json, - is standard output.");
+        "Add a record of what each station and the line have done to a file when the run ends. They are JSON lines, or "
+        "CSV with --format csv and where FILE ends in .csv. With --format json, - is standard output.");
     options->addNumber("every", "SECONDS", kSeconds, &settings->everySeconds,
-                       "Such records every so many seconds as well.");
+                       "Write the statistics every so many seconds as well.");
     options->addCheck([options, settings] { return loneOptions(*options, *settings); });
 }
 

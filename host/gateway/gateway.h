@@ -27,7 +27,8 @@ public:
     /// no command.
     void abandon(const QString &why);
 
-    /// Whether the input has ended and everything is answered.
+    /// Whether no more commands come, and whether everything is answered as well.
+    bool inputEnded() const { return inputEnded_; }
     bool isOver() const { return inputEnded_ && pending_.isEmpty(); }
 
 private:

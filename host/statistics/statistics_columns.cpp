@@ -69,7 +69,7 @@ const QVector<StatisticsColumn> &statisticsColumns() {
         {"no_answer",           [](const Row &r) { return failures(r, Counts::NoAnswer); },                      "no answer", true},
         {"damaged",             [](const Row &r) { return failures(r, Counts::Damaged); },                       "damaged",   true},
         {"refused",             [](const Row &r) { return failures(r, Counts::Refused); },                       "refused",   true},
-        {"exceptions",          [](const Row &r) { return exceptions(r); },                                      "exceptions", false},
+        {"exceptions",          [](const Row &r) { return exceptions(r); }},
         {"late_dropped",        [](const Row &r) { return QJsonValue(r.counts.lateDropped); },                   "late",      false},
         {"foreign_dropped",     [](const Row &r) { return QJsonValue(r.counts.foreignDropped); },                "foreign",   false},
         {"echoes",              [](const Row &r) { return QJsonValue(r.counts.echoes); },                        "echoes",    false},

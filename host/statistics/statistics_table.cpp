@@ -11,10 +11,6 @@ QString tableText(const QJsonValue &value, int decimals) {
     return text.isEmpty() ? QStringLiteral("-") : text;
 }
 
-bool isNothing(const QJsonValue &value) {
-    return value.isObject() ? statisticsText(value).isEmpty() : value.toDouble() == 0;
-}
-
 TextColumn stationColumn(const QVector<StatisticsRow> &rows) {
     TextColumn texts{QStringLiteral("station")};
     for (const StatisticsRow &row : rows) {
@@ -30,10 +26,25 @@ QVector<TextColumn> figureColumns(const QVector<StatisticsRow> &rows) {
         TextColumn texts{QLatin1String(column.title)};
         bool wanted = column.evenIfZero;
         for (const StatisticsRow &row : rows) {
-            wanted = wanted || !isNothing(column.value(row));
+            wanted = wanted || column.value(row).toDouble() != 0;
             texts.append(tableText(column.value(row), column.decimals));
         }
         if (wanted && column.title != nullptr) {
+            columns.append(texts);
+        }
+    }
+    return columns;
+}
+
+/// One for each code that was received.
+QVector<TextColumn> exceptionColumns(const QVector<StatisticsRow> &rows) {
+    QVector<TextColumn> columns;
+    for (int code = 0; code < dravo::LineCounts::kExceptionCodes; ++code) {
+        TextColumn texts{QStringLiteral("exc. %1").arg(code == 0 ? QStringLiteral("other") : QString::number(code))};
+        for (const StatisticsRow &row : rows) {
+            texts.append(QString::number(row.counts.exceptions[code]));
+        }
+        if (rows.last().counts.exceptions[code] != 0) {
             columns.append(texts);
         }
     }
@@ -104,7 +115,7 @@ QStringList statisticsTable(const QVector<StatisticsRow> &rows, int width) {
     QStringList shown = flowing(passTexts(rows.last()), width);
     const TextColumn stations = stationColumn(rows);
     QStringList table = started(stations);
-    for (const TextColumn &column : figureColumns(rows)) {
+    for (const TextColumn &column : figureColumns(rows) + exceptionColumns(rows)) {
         if (table.first().size() + 2 + widthOf(column) > width) {
             shown += table;
             table = started(stations);
