@@ -71,7 +71,10 @@ void Monitor::serveStreams() {
 
 void Monitor::recordStatistics() {
     const qint64 us = nowUs();
-    const QByteArray records = streams_->record(statistics_.rows(us));
+    QByteArray records;
+    if (const Failure failure = streams_->record(statistics_.rows(us), &records)) {
+        tellUser(failure.text());
+    }
     statistics_.markRecord(us);
     if (!unwritten_ && !records.isEmpty()) {
         unwritten_ = output_.write(records);

@@ -2,7 +2,6 @@
 
 #include <QtCore/QDateTime>
 
-#include "host/commands/exit_status.h"
 #include "host/commands/line_options.h"
 #include "host/statistics/statistics_records.h"
 
@@ -67,14 +66,10 @@ QStringList MonitorStreams::open(const Options &settings) {
     return faults;
 }
 
-QByteArray MonitorStreams::record(const QVector<StatisticsRow> &rows) {
+Failure MonitorStreams::record(const QVector<StatisticsRow> &rows, QByteArray *output) {
     const QString time = QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs);
-    if (statistics.isOpen()) {
-        const Failure failure = statistics.write(rows, time);
-        statisticsFailed = bool(failure);
-        if (failure) {
-            tell(failure.text());
-        }
-    }
-    return statisticsOnOutput ? statisticsJson(rows, time).join() : QByteArray();
+    *output = statisticsOnOutput ? statisticsJson(rows, time).join() : QByteArray();
+    Failure failure = statistics.isOpen() ? statistics.write(rows, time) : Failure();
+    statisticsFailed = statisticsFailed || failure;
+    return failure;
 }

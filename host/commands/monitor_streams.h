@@ -12,9 +12,9 @@ void addStreamOptions(OptionSet *options, Options *settings);
 struct MonitorStreams {
     /// Opens what the options name. @return every one that cannot be opened.
     QStringList open(const Options &settings);
-    /// Puts statistics where they are wanted. A file that fails is told of once and then left alone.
-    /// @return what is to go to standard output.
-    QByteArray record(const QVector<StatisticsRow> &rows);
+    /// Puts statistics where they are wanted. @param output  gets what is to go to standard output.
+    /// @return why there are no more in the file, once.
+    Failure record(const QVector<StatisticsRow> &rows, QByteArray *output);
 
     LineInput commands;
     StatisticsFile statistics;

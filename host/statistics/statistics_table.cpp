@@ -93,26 +93,31 @@ QString number(double value) {
 }
 
 QStringList passTexts(const StatisticsRow &line) {
-    QStringList texts{QStringLiteral("passes %1").arg(line.passes.passes()),
-                      QStringLiteral("requests per pass %1").arg(line.requestsPerPass)};
+    QStringList texts{QStringLiteral("pass ms: planned %1").arg(number(double(line.plannedPassUs) / 1000))};
     if (line.passes.passes() > 0) {
-        texts += {QStringLiteral("pass ms: min %1").arg(number(line.passes.shortestMs())),
+        texts += {QStringLiteral("min %1").arg(number(line.passes.shortestMs())),
                   QStringLiteral("median %1").arg(number(line.passes.medianMs())),
                   QStringLiteral("max %1").arg(number(line.passes.longestMs()))};
     }
-    return texts << QStringLiteral("planned %1").arg(number(double(line.plannedPassUs) / 1000));
+    return texts;
 }
 
 QStringList loadTexts(const StatisticsRow &line) {
-    return {QStringLiteral("%1 values per second").arg(number(line.whole.valuesPerSecond())),
-            QStringLiteral("passes took %1 % of the time").arg(number(line.passPercent())),
-            QStringLiteral("bytes %1 %").arg(number(line.whole.busyPercent()))};
+    QStringList texts{QStringLiteral("%1 values per second").arg(number(line.whole.valuesPerSecond()))};
+    if (line.passes.passes() > 0) {
+        texts += QStringLiteral("passes took %1 % of the time").arg(number(line.passPercent()));
+    }
+    return texts << QStringLiteral("bytes %1 %").arg(number(line.whole.busyPercent()));
 }
 
 }  // namespace
 
 QStringList statisticsTable(const QVector<StatisticsRow> &rows, int width) {
-    QStringList shown = flowing(passTexts(rows.last()), width);
+    const StatisticsRow &line = rows.last();
+    QStringList shown = flowing({QStringLiteral("passes %1").arg(line.passes.passes()),
+                                 QStringLiteral("requests per pass %1").arg(line.requestsPerPass)},
+                                width) +
+                        flowing(passTexts(line), width);
     const TextColumn stations = stationColumn(rows);
     QStringList table = started(stations);
     for (const TextColumn &column : figureColumns(rows) + exceptionColumns(rows)) {
@@ -122,5 +127,5 @@ QStringList statisticsTable(const QVector<StatisticsRow> &rows, int width) {
         }
         put(&table, column);
     }
-    return shown + table + flowing(loadTexts(rows.last()), width);
+    return shown + table + flowing(loadTexts(line), width);
 }
