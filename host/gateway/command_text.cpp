@@ -40,6 +40,10 @@ QString typedText(const QJsonValue &value, const QByteArray &text) {
 class CommandReader {
 public:
     CommandText read(const QByteArray &line) {
+        if (hasDoubtfulNames(line)) {  // Qt's parser would lose the memory of the first value
+            fault(QStringLiteral("a name is given twice, or escaped"));
+            return command_;
+        }
         QJsonParseError error{};
         const QJsonDocument document = QJsonDocument::fromJson(line, &error);
         if (error.error != QJsonParseError::NoError) {
@@ -99,16 +103,12 @@ private:
     // Of the names as they stand there, so that what is read as text is what was parsed.
     void refuseOthers(const QByteArray &object, const QStringList &known) {
         const QByteArrayList items = jsonItems(object);
-        QStringList names;
         for (int i = 0; i + 1 < items.size(); i += 2) {
             const QString name = QString::fromUtf8(items.at(i)).mid(1).chopped(1);
             if (!known.contains(name)) {
                 fault(QStringLiteral("%1 is not known here: give %2")
                           .arg(quoted(name), known.join(QStringLiteral(", "))));
-            } else if (names.contains(name)) {
-                fault(quoted(name) + QStringLiteral(" is given twice"));
             }
-            names.append(name);
         }
     }
 

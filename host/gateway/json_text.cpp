@@ -1,5 +1,8 @@
 #include "host/gateway/json_text.h"
 
+#include <QtCore/QSet>
+#include <QtCore/QVector>
+
 namespace {
 
 /// Behind the string that begins at a quote.
@@ -12,6 +15,29 @@ int stringEnd(const QByteArray &text, int quote) {
 }
 
 }  // namespace
+
+bool hasDoubtfulNames(const QByteArray &text) {
+    QVector<QSet<QByteArray>> names;  // of each object around
+    QByteArray name;
+    for (int i = 0; i < text.size();) {
+        const char character = text.at(i);
+        const int next = character == '"' ? stringEnd(text, i) : i + 1;
+        if (character == '"') {
+            name = text.mid(i, next - i);
+        } else if (character == '{' || character == '[') {
+            names.append(QSet<QByteArray>());
+        } else if (character == ':' && !names.isEmpty()) {
+            if (name.contains('\\') || names.last().contains(name)) {
+                return true;
+            }
+            names.last().insert(name);
+        } else if ((character == '}' || character == ']') && !names.isEmpty()) {
+            names.removeLast();
+        }
+        i = next;
+    }
+    return false;
+}
 
 QByteArrayList jsonItems(const QByteArray &text) {
     QByteArrayList items;

@@ -5,6 +5,9 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QByteArrayList>
 
+/// Whether some object has a member twice, or a name is escaped and could be one. text: anything.
+bool hasDoubtfulNames(const QByteArray &text);
+
 /// The texts inside of an object, names and values in turn, or of an array. text: valid JSON.
 QByteArrayList jsonItems(const QByteArray &text);
 
