@@ -5,32 +5,44 @@
 #include "host/commands/exit_status.h"
 #include "host/pump/pump.h"
 #include "host/pump/stop_signal.h"
+#include "host/statistics/statistics_table.h"
 #include "host/tags/value_text.h"
 
 namespace {
 constexpr int kSliceMs = 50;
+constexpr int kTableWidth = 80;
 constexpr qint64 kSecondUs = 1000000;  // from one try to open a lost device to the next
 }  // namespace
 
-Monitor::Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Screen *screen)
+Monitor::Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Screen *screen,
+                 MonitorStreams *streams)
     : settings_(settings),
       line_(line),
       screen_(screen),
       startUs_(nowUs()),
       engine_(lineSettings(settings), startUs_),
-      model_(variables, engine_, startUs_) {
+      model_(variables, engine_, startUs_),
+      streams_(streams),
+      statistics_(variablesOf(variables), engine_, startUs_),
+      nextRecordUs_(startUs_ + settings.everySeconds.value_or(0) * kSecondUs) {
     engine_.watch(variablesOf(model_.variables()), startUs_);
     line_->trace().setTell([this](const QString &text) { tellUser(text); });
+    if (streams_->commands.isOpen()) {
+        gateway_.emplace(model_.variables(), &engine_, &streams_->commands, [this](const QByteArray &record) {
+            unwritten_ = unwritten_ ? unwritten_ : output_.write(record);
+        });
+    }
 }
 
-QStringList Monitor::statisticsLines() const {
-    return model_.statisticsLines(nowUs());
+QStringList Monitor::statisticsLines() {
+    return statisticsTable(statistics_.rows(nowUs()), kTableWidth);
 }
 
 // Called all the time, so that keys and signals are served on a dead line too.
 void Monitor::serve() {
     const bool timeOver = settings_.seconds && nowUs() - startUs_ >= *settings_.seconds * kSecondUs;
     leaving_ = leaving_ || timeOver || stopRequested();
+    serveStreams();
     if (screen_ == nullptr || leaving_) {
         return;
     }
@@ -39,6 +51,47 @@ void Monitor::serve() {
     if (wish.kind == Screen::Wish::Kind::Write) {
         writeSelected(wish);
     }
+}
+
+void Monitor::serveStreams() {
+    if (gateway_ && !leaving_) {
+        gateway_->serve(model_.isLost());
+        leaving_ = settings_.untilInputEnds && gateway_->isOver();
+        if (gateway_->inputEnded() && !settings_.untilInputEnds && !toldInputEnded_) {
+            toldInputEnded_ = true;
+            tellUser(QStringLiteral("the commands have ended"));
+        }
+    }
+    if (settings_.everySeconds && !leaving_ && nowUs() >= nextRecordUs_) {  // end() writes one
+        recordStatistics();
+        while (nextRecordUs_ <= nowUs()) {
+            nextRecordUs_ += *settings_.everySeconds * kSecondUs;
+        }
+    }
+}
+
+void Monitor::recordStatistics() {
+    const qint64 us = nowUs();
+    QByteArray records;
+    if (const Failure failure = streams_->record(statistics_.rows(us), &records)) {
+        tellUser(failure.text());
+    }
+    statistics_.markRecord(us);
+    if (!unwritten_ && !records.isEmpty()) {
+        unwritten_ = output_.write(records);
+    }
+}
+
+void Monitor::end() {
+    for (dravo::LineEvent event; gateway_ && engine_.takeEvent(&event);) {
+        if (event.kind == dravo::LineEvent::Operation) {
+            gateway_->finish(event);
+        }
+    }
+    if (gateway_) {
+        gateway_->abandon(QStringLiteral("the run ended before it was over"));
+    }
+    recordStatistics();
 }
 
 void Monitor::tellUser(const QString &text) {
@@ -58,6 +111,9 @@ Failure Monitor::run() {
         Failure lost = pump(&line_->port(), &engine_, takeEvent, &line_->trace());
         if (lost) {
             model_.setLost(true);
+            if (gateway_) {
+                gateway_->abandon(QStringLiteral("the device is lost"));
+            }
             if (settings_.giveUp) {
                 return lost;
             }
@@ -73,6 +129,8 @@ bool Monitor::take(const dravo::LineEvent &event) {
         passDone(event.passUs);
     } else if (event.kind == dravo::LineEvent::ReadsChanged) {
         tellUser(event.text);
+    } else if (event.kind == dravo::LineEvent::Operation && gateway_) {
+        gateway_->finish(event);
     } else if (event.kind == dravo::LineEvent::Operation) {
         reportWrite(event);
     }
@@ -81,6 +139,7 @@ bool Monitor::take(const dravo::LineEvent &event) {
 
 void Monitor::passDone(qint64 us) {
     model_.passDone(us);
+    statistics_.passDone(us, nowUs());
     leaving_ = settings_.passes && model_.passes() >= *settings_.passes;
     if (screen_ != nullptr) {
         return;

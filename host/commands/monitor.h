@@ -3,25 +3,33 @@
 #ifndef DRAVO_HOST_COMMANDS_MONITOR_H
 #define DRAVO_HOST_COMMANDS_MONITOR_H
 
+#include "host/commands/monitor_streams.h"
 #include "host/commands/open_line.h"
+#include "host/gateway/gateway.h"
 #include "host/screen/monitor_model.h"
 #include "host/screen/output.h"
 #include "host/screen/screen.h"
+#include "host/statistics/run_statistics.h"
 
 class Monitor {
 public:
-    /// line: open. screen: null for records. settings, line and screen outlive the monitor.
-    Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Screen *screen);
+    /// line: open. screen: null for records. All but the variables outlive the monitor.
+    Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Screen *screen,
+            MonitorStreams *streams);
 
     /// Until the limit, a signal or the user ends it.
     Failure run();
-    bool anyFailed() const { return model_.anyFailed(); }
-    QStringList statisticsLines() const;
+    /// After run(): what is still to be written to the streams, whatever ended it.
+    void end();
+    bool anyFailed() const { return model_.anyFailed() || streams_->statisticsFailed; }
+    QStringList statisticsLines();
     /// Whether it ended since nobody reads the records any more.
     bool readerGone() const { return output_.readerGone(); }
 
 private:
     void serve();
+    void serveStreams();
+    void recordStatistics();
     void tellUser(const QString &text);
     bool take(const dravo::LineEvent &event);
     void passDone(qint64 us);
@@ -36,6 +44,11 @@ private:
     qint64 startUs_;
     dravo::Line engine_;
     MonitorModel model_;
+    MonitorStreams *streams_;
+    RunStatistics statistics_;
+    qint64 nextRecordUs_;
+    std::optional<Gateway> gateway_;
+    bool toldInputEnded_ = false;
     Failure unwritten_;  // of the output
     bool leaving_ = false;
 };

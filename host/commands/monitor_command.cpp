@@ -23,14 +23,15 @@ Options settled(Options options, bool live) {
     if (!options.periodMs) {
         options.periodMs = simulated ? kDemoPeriodMs : 0;
     }
-    if (simulated && !live && !options.passes && !options.seconds && isatty(STDOUT_FILENO) == 0) {
+    const bool endless = live || options.passes || options.seconds || !options.commandFile.isEmpty();
+    if (simulated && !endless && isatty(STDOUT_FILENO) == 0) {
         options.passes = kDemoPasses;
     }
     return options;
 }
 
 // Records for programs stay clean: their statistics go to standard error.
-void closingWords(const Monitor &monitor, std::optional<RecordFormat> format) {
+void closingWords(Monitor &monitor, std::optional<RecordFormat> format) {
     std::FILE *out = format == RecordFormat::Csv || format == RecordFormat::Json ? stderr : stdout;
     for (const QString &line : monitor.statisticsLines()) {
         std::fprintf(out, "%s\n", line.toLocal8Bit().constData());
@@ -45,7 +46,7 @@ void addOptions(OptionSet *options, Options *settings) {
     options->addNumber(
         "seconds", "N", kSeconds, &settings->seconds,
         QStringLiteral("Stop after so many seconds. Without either, a run on the simulated line without a terminal "
-                       "stops after %1 passes; any other goes on.")
+                       "or commands stops after %1 passes; any other goes on.")
             .arg(kDemoPasses));
     options->exclude("passes", "seconds", QStringLiteral("--passes and --seconds exclude each other"));
     options->addChoice<RecordFormat>(
@@ -56,6 +57,7 @@ void addOptions(OptionSet *options, Options *settings) {
         QStringLiteral("Least time from the start of a pass to the next (%1 on the simulated line, 0 on a port).")
             .arg(kDemoPeriodMs));
     addLineOptions(options, settings);
+    addStreamOptions(options, settings);
     addMonitorLineOptions(options, settings);
     addSimulationOptions(options, settings);
     addPacingOptions(options, settings);
@@ -74,6 +76,11 @@ int run(const Options &given) {
     if (wantsScreen && given.trace.file == QLatin1String("-") && isatty(STDERR_FILENO) != 0) {
         return refuse({QStringLiteral("--trace: - would write across the live screen; give a file, or --format")});
     }
+    MonitorStreams streams;
+    const QStringList closed = streams.open(given);
+    if (!closed.isEmpty()) {
+        return refuse(closed);
+    }
     OpenLine line;
     if (Failure failure = line.open(given, stations)) {
         return fail(kExitPort, failure);
@@ -84,8 +91,9 @@ int run(const Options &given) {
     }
     const bool live = screen && screen->isOpen();
     const Options settings = settled(given, live);
-    Monitor monitor(settings, tags.variables, &line, live ? &*screen : nullptr);
+    Monitor monitor(settings, tags.variables, &line, live ? &*screen : nullptr, &streams);
     const Failure brokenOff = monitor.run();
+    monitor.end();
     line.trace().setTell(&tell);  // the screen goes
     screen.reset();
     if (!monitor.readerGone()) {
@@ -117,7 +125,18 @@ const Command kMonitorCommand{
     "are taken where wanted: format (dec, signed, hex, "
     "binary or float), scale and offset of dec and signed (shown is raw * scale + offset), and unit. Bits are shown as "
     "0 "
-    "or 1, everything else as unsigned decimal numbers where no format is given.",
+    "or 1, everything else as unsigned decimal numbers where no format is given.\n"
+    "\n"
+    "With --commands and --format json, lines such as {\"write\": {\"label\": \"oven setpoint\", \"values\": [230]}, "
+    "\"id\": 7} or {\"read\": {\"label\": \"oven setpoint\"}} are carried out. Values are given as they are shown, as "
+    "numbers or texts, one for each of the variable. Each is answered by one record that has \"record\": \"command\", "
+    "the "
+    "id as given, and an outcome: done; refused (nothing was carried out); failed or not sure (a write may have been "
+    "carried out); and why.\n"
+    "\n"
+    "Statistics are records with \"record\": \"statistics\", one for each station and, with station null, one for the "
+    "line. They count from the start; what is named recent_ is since the record before. At the end of a run they are "
+    "shown as a table.",
     &addOptions,
     &run,
 };

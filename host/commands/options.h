@@ -34,6 +34,10 @@ struct Options {
     std::optional<int> passes;
     std::optional<int> seconds;
     std::optional<int> periodMs;
+    QString commandFile;          // monitor: empty: no commands; - is standard input
+    bool untilInputEnds = false;  // monitor: its commands
+    QString statisticsFile;       // monitor: empty: none; - is standard output
+    std::optional<int> everySeconds;
     dravo::Variable variable;                                    // read and write; resolved
     FormatTexts formatTexts{QStringLiteral("dec"), {}, {}, {}};  // as given; settled it is
     ValueFormat valueFormat;

@@ -10,6 +10,9 @@ public:
     void passDone(double milliseconds);
 
     qint64 passes() const { return passes_; }
+    /// 0 before the first.
+    double shortestMs() const { return shortestMs_; }
+    double longestMs() const { return longestMs_; }
     /// Of the last 1000 passes; 0 before the first.
     double medianMs() const;
     /// The figures on one line.
