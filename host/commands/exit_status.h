@@ -16,7 +16,7 @@ constexpr ExitMeaning kExitMeanings[] = {
     {kExitDone, "done"},
     {kExitFailed, "a request failed or was refused or the device was lost"},
     {kExitUsage, "usage or tag list"},
-    {kExitPort, "the port could not be opened"},
+    {kExitPort, "the port or the trace file could not be opened"},
 };
 
 /// Text on standard error, after the program's name.

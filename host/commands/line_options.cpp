@@ -49,8 +49,7 @@ void addLineOptions(OptionSet *options, Options *settings) {
     dravo::LineSettings &line = settings->line;
     options->addNumber("retries", "N", kRetries, &line.retries, "Times a request is sent again after a bad reply.");
     options->addNumber("frame-limit", "N", kFrameLimit, &line.frameLimit,
-                       "Most elements in a request. Eight times as many coils. Above 61 a request of 32-bit values, "
-                       "above 123 a write, is more than Modbus allows.");
+                       "Most elements in a request, eight times as many coils. Never more than Modbus allows.");
     options->exclude("port", "faults", "--faults are faults of the simulated line and do not go with --port");
 }
 
