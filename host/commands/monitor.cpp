@@ -3,22 +3,26 @@
 #include <QtCore/QDateTime>
 
 #include "host/commands/exit_status.h"
+#include "host/commands/port_words.h"
 #include "host/pump/pump.h"
 #include "host/pump/stop_signal.h"
-#include "host/tags/value_text.h"
 
 namespace {
 constexpr int kSliceMs = 50;
 constexpr qint64 kSecondUs = 1000000;  // from one try to open a lost device to the next
+constexpr qint64 kDrawEveryUs = 200000;
 }  // namespace
 
-Monitor::Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Screen *screen)
+Monitor::Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Terminal *terminal)
     : settings_(settings),
       line_(line),
-      screen_(screen),
+      terminal_(terminal),
       startUs_(nowUs()),
       engine_(lineSettings(settings), startUs_),
-      model_(variables, engine_, startUs_) {
+      model_(variables, engine_, startUs_),
+      screen_(model_, portWords(settings.port)) {
+    screen_.addPage({'s', QStringLiteral("statistics"),
+                     [this](const Tag &, int, qint64 us) { return model_.statisticsLines(us); }});
     engine_.watch(variablesOf(model_.variables()), startUs_);
 }
 
@@ -30,26 +34,37 @@ QStringList Monitor::statisticsLines() const {
 void Monitor::serve() {
     const bool timeOver = settings_.seconds && nowUs() - startUs_ >= *settings_.seconds * kSecondUs;
     leaving_ = leaving_ || timeOver || stopRequested();
-    if (screen_ == nullptr || leaving_) {
-        return;
-    }
-    const Screen::Wish wish = screen_->poll(model_, nowUs());
-    leaving_ = wish.kind == Screen::Wish::Kind::Leave;
-    if (wish.kind == Screen::Wish::Kind::Write) {
-        writeSelected(wish);
+    if (terminal_ != nullptr && !leaving_) {
+        serveScreen();
     }
 }
 
-void Monitor::tellUser(const QString &text) {
-    if (screen_ != nullptr) {
-        screen_->say(text);
+void Monitor::serveScreen() {
+    bool isDue = nowUs() - drawnUs_ >= kDrawEveryUs;
+    for (Key key; !leaving_ && terminal_->takeKey(&key);) {
+        isDue = true;
+        const Screen::Wish wish = screen_.press(key, nowUs());
+        leaving_ = wish.kind == Screen::Wish::Kind::Leave;
+        if (wish.kind == Screen::Wish::Kind::Write) {
+            writeSelected(wish);
+        }
+    }
+    if (isDue) {
+        drawnUs_ = nowUs();
+        terminal_->paint(screen_.lines(terminal_->size(), drawnUs_));
+    }
+}
+
+void Monitor::tellUser(const QString &text, Tone tone) {
+    if (terminal_ != nullptr) {
+        screen_.say(text, tone, nowUs());
     } else {
         tell(text);
     }
 }
 
 Failure Monitor::run() {
-    if (screen_ == nullptr) {
+    if (terminal_ == nullptr) {
         unwritten_ = output_.write(recordHeader(settings_.format.value_or(RecordFormat::Table)));
     }
     for (serve(); !leaving_ && !unwritten_; serve()) {
@@ -59,7 +74,7 @@ Failure Monitor::run() {
             if (settings_.giveUp) {
                 return lost;
             }
-            tellUser(lost.text() + QStringLiteral("; opening it again"));
+            tellUser(lost.text() + QStringLiteral("; opening it again"), Tone::Bad);
             reopen();
         }
     }
@@ -67,20 +82,20 @@ Failure Monitor::run() {
 }
 
 bool Monitor::take(const dravo::LineEvent &event) {
+    model_.take(event, nowUs());
     if (event.kind == dravo::LineEvent::PassDone) {
-        passDone(event.passUs);
+        passDone();
     } else if (event.kind == dravo::LineEvent::ReadsChanged) {
-        tellUser(event.text);
+        tellUser(event.text, Tone::Warning);
     } else if (event.kind == dravo::LineEvent::Operation) {
         reportWrite(event);
     }
     return !leaving_ && !unwritten_;
 }
 
-void Monitor::passDone(qint64 us) {
-    model_.passDone(us);
+void Monitor::passDone() {
     leaving_ = settings_.passes && model_.passes() >= *settings_.passes;
-    if (screen_ != nullptr) {
+    if (terminal_ != nullptr) {
         return;
     }
     const QString time = QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs);
@@ -105,34 +120,33 @@ void Monitor::reopen() {
     }
     if (!model_.isLost()) {
         engine_.restart(nowUs());
-        tellUser(QStringLiteral("the device is open again"));
+        tellUser(QStringLiteral("the device is open again"), Tone::Good);
     }
 }
 
 void Monitor::writeSelected(const Screen::Wish &wish) {
-    Tag variable = model_.variables().at(wish.variable);
-    const QStringList texts = wish.values.simplified().split(QLatin1Char(' '));
-    TypedValues values = valueBytes(variable.kind, variable.format, texts);
-    if (texts.size() > variable.count) {
-        values.faults.append(QStringLiteral("%1 values for a variable of %2").arg(texts.size()).arg(variable.count));
-    }
-    if (model_.isLost()) {  // it would be carried out at some later time
-        values.faults.append(QStringLiteral("not written: the device is lost"));
-    }
-    if (!values.faults.isEmpty()) {
-        screen_->say(values.faults.first());
+    const Tag &variable = model_.variables().at(wish.variable);
+    // On a lost device it would be carried out at some later time.
+    const int operation = model_.isLost() ? 0 : engine_.write(variable, wish.values);
+    if (operation != 0) {
+        asked_.insert(operation, variable.label);
+        tellUser(QStringLiteral("writing %1 ...").arg(variable.label), Tone::Plain);
         return;
     }
-    variable.count = texts.size();
-    dravo::resolve(&variable);  // fewer values of a usable variable are usable
-    const bool queued = engine_.write(variable, values.bytes) != 0;
-    screen_->say(queued ? QStringLiteral("writing %1 ...").arg(variable.label)
-                        : QStringLiteral("not written: too much is waiting to be written"));
+    tellUser(QStringLiteral("%1 is not written: %2")
+                 .arg(variable.label, model_.isLost() ? QStringLiteral("the device is lost")
+                                                      : QStringLiteral("too much is waiting, or one write cannot "
+                                                                       "carry so many values")),
+             Tone::Bad);
 }
 
 void Monitor::reportWrite(const dravo::LineEvent &end) {
-    tellUser(end.done ? QStringLiteral("written")
-                      : QStringLiteral("write failed, it may have been carried out, code %1: %2")
-                            .arg(end.code)
-                            .arg(dravo::describeResult(end.code, end.exceptionCode)));
+    const QString label = asked_.take(end.operation);
+    const QString reason = end.failure == dravo::LineEvent::NotSure
+                               ? QStringLiteral("nothing shows yet whether the adapter echoes: say --echo off, or on")
+                               : dravo::describeResult(end.code, end.exceptionCode);
+    tellUser(end.done ? QStringLiteral("%1 is written").arg(label)
+                      : QStringLiteral("write of %1 failed, it may have been carried out, code %2: %3")
+                            .arg(label, QString::number(end.code), reason),
+             end.done ? Tone::Good : Tone::Bad);
 }

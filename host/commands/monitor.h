@@ -7,11 +7,12 @@
 #include "host/screen/monitor_model.h"
 #include "host/screen/output.h"
 #include "host/screen/screen.h"
+#include "host/screen/terminal.h"
 
 class Monitor {
 public:
-    /// line: open. screen: null for records. settings, line and screen outlive the monitor.
-    Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Screen *screen);
+    /// line: open. terminal: null for records. settings, line and terminal outlive the monitor.
+    Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Terminal *terminal);
 
     /// Until the limit, a signal or the user ends it.
     Failure run();
@@ -22,21 +23,25 @@ public:
 
 private:
     void serve();
-    void tellUser(const QString &text);
+    void serveScreen();
+    void tellUser(const QString &text, Tone tone);
     bool take(const dravo::LineEvent &event);
-    void passDone(qint64 us);
+    void passDone();
     void reopen();
     void writeSelected(const Screen::Wish &wish);
     void reportWrite(const dravo::LineEvent &end);
 
     const Options &settings_;
     OpenLine *line_;
-    Screen *screen_;
+    Terminal *terminal_;
     Output output_;
     qint64 startUs_;
     dravo::Line engine_;
     MonitorModel model_;
-    Failure unwritten_;  // of the output
+    Screen screen_;             // where there is a terminal
+    qint64 drawnUs_ = 0;        // the screen, last
+    QMap<int, QString> asked_;  // the labels of writes that are not over, by operation
+    Failure unwritten_;         // of the output
     bool leaving_ = false;
 };
 

@@ -72,15 +72,15 @@ int run(const Options &given) {
     if (Failure failure = line.open(given, stations)) {
         return fail(kExitPort, failure);
     }
-    std::optional<Screen> screen;
+    std::optional<Terminal> terminal;
     if (!given.format && isatty(STDOUT_FILENO) != 0 && isatty(STDIN_FILENO) != 0) {
-        screen.emplace();
+        terminal.emplace();
     }
-    const bool live = screen && screen->isOpen();
+    const bool live = terminal && terminal->isOpen();
     const Options settings = settled(given, live);
-    Monitor monitor(settings, tags.variables, &line, live ? &*screen : nullptr);
+    Monitor monitor(settings, tags.variables, &line, live ? &*terminal : nullptr);
     const Failure brokenOff = monitor.run();
-    screen.reset();
+    terminal.reset();
     if (!monitor.readerGone()) {
         closingWords(monitor, settings.format);
         if (brokenOff) {

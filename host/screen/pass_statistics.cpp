@@ -7,6 +7,7 @@ constexpr int kRecentPasses = 1000;
 }
 
 void PassStatistics::passDone(double milliseconds) {
+    lastMs_ = milliseconds;
     shortestMs_ = passes_ == 0 ? milliseconds : std::min(shortestMs_, milliseconds);
     longestMs_ = std::max(longestMs_, milliseconds);
     if (recentMs_.size() < kRecentPasses) {

@@ -10,6 +10,7 @@ public:
     void passDone(double milliseconds);
 
     qint64 passes() const { return passes_; }
+    double lastMs() const { return lastMs_; }
     /// Of the last 1000 passes; 0 before the first.
     double medianMs() const;
     /// The figures on one line.
@@ -18,6 +19,7 @@ public:
 private:
     qint64 passes_ = 0;
     QVector<double> recentMs_;  // a ring of the last passes
+    double lastMs_ = 0;
     double shortestMs_ = 0;
     double longestMs_ = 0;
 };
