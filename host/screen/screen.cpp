@@ -192,7 +192,7 @@ QString Screen::keyWords() const {
     if (search_) {
         return QStringLiteral("Enter finds   Esc gives up");
     }
-    QString words = QStringLiteral("arrows select   Enter all of it   w write   / find");
+    QString words = QStringLiteral("Enter all of it   w write   / find");
     for (const Page &page : pages_) {
         words += QStringLiteral("   %1 %2").arg(QLatin1Char(page.key)).arg(page.name);
     }

@@ -8,9 +8,10 @@ constexpr int kLeastName = 8;
 const auto kGap = QStringLiteral("  ");
 
 QString figures(const MonitorModel &model, qint64 nowUs) {
+    const double ms = model.lastPassMs();
     const QString pass =
-        model.passes() == 0 ? QStringLiteral("-") : QStringLiteral("%1 ms").arg(model.lastPassMs(), 0, 'f', 1);
-    return QStringLiteral("pass %1%2line busy %3 %").arg(pass, kGap).arg((model.linePerMille(nowUs) + 5) / 10);
+        model.passes() == 0 ? QStringLiteral("-") : QStringLiteral("%1 ms").arg(ms, 0, 'f', ms < 100 ? 1 : 0);
+    return QStringLiteral("pass %1%2load %3 %").arg(pass, kGap).arg((model.linePerMille(nowUs) + 5) / 10);
 }
 
 QString troubles(const MonitorModel &model) {
@@ -30,7 +31,7 @@ ScreenLine headerLine(const MonitorModel &model, const QString &lineName, int ro
     const QString trouble = troubles(model);
     const QString busy = kGap + figures(model, nowUs) + (trouble.isEmpty() ? QString() : kGap);
     const int left = width - cellsOf(place);
-    const QString name = fitted(lineName, qMax(left - cellsOf(busy) - cellsOf(trouble), qMin(left, kLeastName)));
+    const QString name = fittedEnd(lineName, qMax(left - cellsOf(busy) - cellsOf(trouble), qMin(left, kLeastName)));
     ScreenLine line;
     int room = left;
     for (const Span &span : {Span{name, Tone::Strong}, Span{busy, Tone::Plain}, Span{trouble, Tone::Bad}}) {

@@ -6,7 +6,8 @@
 #include "host/screen/screen_line.h"
 
 /// Port and settings, pass time and load of the line, stations that are down, and which variable of how many is
-/// selected. The name of the line gives way where it is too long.
+/// selected. Of a name that is too
+/// long the end with the settings stays.
 /// @param row  from 0.
 ScreenLine headerLine(const MonitorModel &model, const QString &lineName, int row, int width, qint64 nowUs);
 
