@@ -11,6 +11,7 @@ namespace {
 constexpr int kSliceMs = 50;
 constexpr qint64 kSecondUs = 1000000;  // from one try to open a lost device to the next
 constexpr qint64 kDrawEveryUs = 200000;
+constexpr int kFinalExceptions = 3;  // 1 to 3: the controller does not do it
 }  // namespace
 
 Monitor::Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Terminal *terminal)
@@ -142,11 +143,16 @@ void Monitor::writeSelected(const Screen::Wish &wish) {
 
 void Monitor::reportWrite(const dravo::LineEvent &end) {
     const QString label = asked_.take(end.operation);
+    if (end.done) {
+        tellUser(QStringLiteral("%1 is written").arg(label), Tone::Good);
+        return;
+    }
+    const bool isFinal = end.failure == dravo::LineEvent::Refused && end.exceptionCode <= kFinalExceptions;
+    const QString doubt = isFinal ? QStringLiteral("it or a part of it is not carried out")
+                                  : QStringLiteral("it may have been carried out");
     const QString reason = end.failure == dravo::LineEvent::NotSure
-                               ? QStringLiteral("nothing shows yet whether the adapter echoes: say --echo off, or on")
+                               ? QStringLiteral("nothing shows yet whether the adapter echoes, --echo says it")
                                : dravo::describeResult(end.code, end.exceptionCode);
-    tellUser(end.done ? QStringLiteral("%1 is written").arg(label)
-                      : QStringLiteral("write of %1 failed, it may have been carried out, code %2: %3")
-                            .arg(label, QString::number(end.code), reason),
-             end.done ? Tone::Good : Tone::Bad);
+    const QString text = QStringLiteral("write of %1 failed, %2, code %3: %4");
+    tellUser(text.arg(label, doubt, QString::number(end.code), reason), Tone::Bad);
 }
