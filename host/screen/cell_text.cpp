@@ -80,11 +80,11 @@ QString fittedEnd(const QString &text, int room) {
 }
 
 QString padded(const QString &text, int room) {
-    return shownText(text) + blanks(room - cellsOf(text));
+    return printable(text) + blanks(room - cellsOf(text));
 }
 
 QString paddedBefore(const QString &text, int room) {
-    return blanks(room - cellsOf(text)) + shownText(text);
+    return blanks(room - cellsOf(text)) + printable(text);
 }
 
 QStringList wrapped(const QString &text, int room) {
