@@ -117,7 +117,7 @@ void Screen::open(const Page &page) {
                   [page, variable = selectedTag()](int width, qint64 nowUs) {
                       ScreenLines lines;
                       for (const QString &line : page.lines(variable, width, nowUs)) {
-                          lines += wrappedLines(line, width);
+                          lines += line.isEmpty() ? ScreenLines(1) : wrappedLines(line, width);
                       }
                       return lines;
                   });

@@ -144,6 +144,14 @@ TEST_F(LiveScreen, FitsAnySizeWhateverIsTypedAndFindsAndChecks) {
     EXPECT_TRUE(shows("lamps is written"));
     EXPECT_FALSE(joined(screen.lines({24, 80}, 20000000)).contains("written"));
 
+    press("/oven b^");  // its values are more than there is room for, and the notice takes some of it
+    screen.say("some news", Tone::Bad, 9000);
+    EXPECT_TRUE(shows("more lines, Enter shows them") && shows("some news"));
+    press("s");
+    screen.press({Key::Kind::End, QString()}, 9000);
+    EXPECT_TRUE(shows("lines 40 to 61 of 61"));
+    press("<");
+
     const QString keys = "jknNw/s?^^<<#aq9 ";
     for (int round = 0; round < 4000; ++round) {
         const QChar key = keys.at(below(keys.size()));
