@@ -9,12 +9,13 @@
 #include "host/screen/monitor_model.h"
 #include "host/screen/output.h"
 #include "host/screen/screen.h"
+#include "host/screen/terminal.h"
 #include "host/statistics/run_statistics.h"
 
 class Monitor {
 public:
-    /// line: open. screen: null for records. All but the variables outlive the monitor.
-    Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Screen *screen,
+    /// line: open. terminal: null for records. All but the variables outlive the monitor.
+    Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Terminal *terminal,
             MonitorStreams *streams);
 
     /// Until the limit, a signal or the user ends it.
@@ -28,9 +29,10 @@ public:
 
 private:
     void serve();
+    void serveScreen();
     void serveStreams();
     void recordStatistics();
-    void tellUser(const QString &text);
+    void tellUser(const QString &text, Tone tone);
     bool take(const dravo::LineEvent &event);
     void passDone(qint64 us);
     void reopen();
@@ -39,17 +41,20 @@ private:
 
     const Options &settings_;
     OpenLine *line_;
-    Screen *screen_;
+    Terminal *terminal_;
     Output output_;
     qint64 startUs_;
     dravo::Line engine_;
     MonitorModel model_;
+    Screen screen_;  // where there is a terminal
     MonitorStreams *streams_;
     RunStatistics statistics_;
     qint64 nextRecordUs_;
     std::optional<Gateway> gateway_;
     bool toldInputEnded_ = false;
-    Failure unwritten_;  // of the output
+    qint64 drawnUs_ = 0;        // the screen, last
+    QMap<int, QString> asked_;  // the labels of writes that are not over, by operation
+    Failure unwritten_;         // of the output
     bool leaving_ = false;
 };
 

@@ -85,17 +85,17 @@ int run(const Options &given) {
     if (Failure failure = line.open(given, stations)) {
         return fail(kExitPort, failure);
     }
-    std::optional<Screen> screen;
+    std::optional<Terminal> terminal;
     if (wantsScreen) {
-        screen.emplace();
+        terminal.emplace();
     }
-    const bool live = screen && screen->isOpen();
+    const bool live = terminal && terminal->isOpen();
     const Options settings = settled(given, live);
-    Monitor monitor(settings, tags.variables, &line, live ? &*screen : nullptr, &streams);
+    Monitor monitor(settings, tags.variables, &line, live ? &*terminal : nullptr, &streams);
     const Failure brokenOff = monitor.run();
     monitor.end();
     line.trace().setTell(&tell);  // the screen goes
-    screen.reset();
+    terminal.reset();
     if (!monitor.readerGone()) {
         closingWords(monitor, settings.format);
         if (brokenOff) {
@@ -117,8 +117,9 @@ const Command kMonitorCommand{
     "its meaning; refused (by its controller, which is asked again after a minute); station down (asked now and then). "
     "A value never read is shown as '-'.\n"
     "\n"
-    "On a terminal the values stand on a live screen: arrow keys select, w writes the selected value, q or Ctrl-C "
-    "leaves. Otherwise, or when --format is given, there is one record per value and pass.\n"
+    "On a terminal the values stand on a live screen: arrow keys select a variable, which is shown whole below the "
+    "others, w writes all values of it, / finds a label, s shows statistics, ? every key, and q or Ctrl-C leaves. What "
+    "does not fit ends in an ellipsis. Otherwise, or when --format is given, there is one record per value and pass.\n"
     "\n"
     "The tag list is CSV; its first line names the columns label,type,address,station,count in any order. type is an "
     "element type (dravo-host help types). count is in bits, registers or 32-bit values, 1 to 2000. Further columns "

@@ -1,4 +1,4 @@
-// What is told of a variable, column by column: live screen, table, CSV and JSON all show this list. Pure; any thread.
+// What is told of a variable, column by column: table, CSV and JSON records all show this list. Pure; any thread.
 #ifndef DRAVO_HOST_SCREEN_COLUMNS_H
 #define DRAVO_HOST_SCREEN_COLUMNS_H
 
@@ -22,17 +22,17 @@ struct ShownVariable {
 };
 
 struct Column {
-    const char *key;                               // in JSON, and title in table and CSV
-    int recordWidth;                               // cells in the table; 0: ends the line; below: not there
-    QJsonValue (*value)(const ShownVariable &);    // null: not known
-    const char *title;                             // on the live screen; null: it is not there
-    int screenWidth;                               // cells there with the blank behind them; 0: the rest of the line
-    QString (*screenText)(const ShownVariable &);  // null: as in the records
+    const char *key;                                        // in JSON, and title in table and CSV
+    int recordWidth;                                        // cells in the table; 0: ends the line; below: not there
+    QJsonValue (*value)(const ShownVariable &);             // null: not known
     QString (*tableText)(const ShownVariable &) = nullptr;  // null: as in the other records
 };
 
 /// In the order shown.
 const QVector<Column> &columns();
+
+/// Every value with the unit: "21.5 22.0 °C".
+QString valuesAndUnit(const ShownVariable &shown);
 
 /// A column's value as text: null is empty, an array's values stand side by side with "-" for null.
 QString columnText(const QJsonValue &value);

@@ -6,20 +6,35 @@ namespace {
 
 constexpr qint64 kSecondUs = 1000000;
 constexpr qint64 kLongestWaitUs = 3600 * kSecondUs;  // far above the engine's longest
+constexpr qint64 kMostSeconds = 600;                 // then in minutes
 
-QString milliseconds(qint64 us) {
-    return QString::number(double(us) / 1000, 'f', 1);
-}
-
-qint64 exceptionsOf(const dravo::LineCounts &counts) {
-    qint64 sum = 0;
-    for (const qint64 exceptions : counts.exceptions) {
-        sum += exceptions;
-    }
-    return sum;
+QString timeWords(qint64 seconds) {
+    return seconds > kMostSeconds ? QStringLiteral("%1 min").arg(seconds / 60) : QStringLiteral("%1 s").arg(seconds);
 }
 
 }  // namespace
+
+void MonitorModel::take(const dravo::LineEvent &event, qint64 nowUs) {
+    news_.take(event, nowUs);
+    load_.take(nowUs, line_.statistics().line().counts.busyUs);
+    if (event.kind == dravo::LineEvent::PassDone) {
+        passes_.passDone(double(event.passUs) / 1000);
+    }
+}
+
+int MonitorModel::linePerMille(qint64 nowUs) const {
+    return load_.perMille(nowUs, line_.statistics().line().counts.busyUs);
+}
+
+QVector<int> MonitorModel::stationsDown() const {
+    QVector<int> down;
+    for (const Tag &variable : variables_) {
+        if (line_.isDown(variable.station) && !down.contains(variable.station)) {
+            down.append(variable.station);
+        }
+    }
+    return down;
+}
 
 void MonitorModel::setLost(bool lost) {
     lost_ = lost;
@@ -32,28 +47,6 @@ bool MonitorModel::anyFailed() const {
         any = any || failures > 0;
     }
     return any;
-}
-
-QStringList MonitorModel::statisticsLines(qint64 nowUs) const {
-    const dravo::LineFigures &line = line_.statistics().line();
-    const dravo::LineCounts &counts = line.counts;
-    return {passes_.line(line_.requestsPerPass()),
-            QStringLiteral("requests %1   retries %2   failed: no answer %3  damaged %4  refused %5")
-                .arg(counts.sendings)
-                .arg(counts.retries)
-                .arg(counts.failures[dravo::LineCounts::NoAnswer])
-                .arg(counts.failures[dravo::LineCounts::Damaged])
-                .arg(counts.failures[dravo::LineCounts::Refused]),
-            QStringLiteral("reply ms: median %1  95th %2  99th %3  max %4   exceptions %5")
-                .arg(milliseconds(line.replyTimes.quantileUs(50)), milliseconds(line.replyTimes.quantileUs(95)),
-                     milliseconds(line.replyTimes.quantileUs(99)), milliseconds(line.replyTimes.longestUs()))
-                .arg(exceptionsOf(counts)),
-            QStringLiteral("bytes out %1  in %2   busy %3 %   dropped: late %4  foreign %5")
-                .arg(counts.bytesOut)
-                .arg(counts.bytesIn)
-                .arg(counts.busyPerMille(nowUs - startUs_) / 10.0, 0, 'f', 1)
-                .arg(counts.lateDropped)
-                .arg(counts.foreignDropped)};
 }
 
 ShownVariable MonitorModel::shown(const Tag &variable, qint64 nowUs) const {
@@ -71,16 +64,20 @@ ShownVariable MonitorModel::shown(const Tag &variable, qint64 nowUs) const {
         shown.texts.append(read ? QJsonValue(texts.at(i)) : QJsonValue());
     }
     shown.unit = variable.format.unit;
-    shown.meaning = meaningOf(shown.state, variable.station, nowUs);
+    shown.meaning = meaningOf(shown.state, variable, nowUs);
     return shown;
 }
 
-QString MonitorModel::meaningOf(const dravo::ValueState &state, int station, qint64 nowUs) const {
+QString MonitorModel::meaningOf(const dravo::ValueState &state, const dravo::Variable &variable, qint64 nowUs) const {
     if (state.condition == dravo::Down) {
-        const qint64 waitUs = line_.nextProbeUs(station) - nowUs;
-        return waitUs > 0 && waitUs < kLongestWaitUs
-                   ? QStringLiteral("no answer, next try in %1 s").arg((waitUs + kSecondUs - 1) / kSecondUs)
-                   : QStringLiteral("no answer, trying now");
+        const qint64 waitUs = line_.nextProbeUs(variable.station) - nowUs;
+        const QString next = waitUs > 0 && waitUs < kLongestWaitUs
+                                 ? QStringLiteral("next try in ") + timeWords((waitUs - 1) / kSecondUs + 1)
+                                 : QStringLiteral("trying now");
+        return QStringLiteral("no reply for %1, %2")
+            .arg(timeWords(news_.quietUs(variable.station, nowUs) / kSecondUs), next);
     }
-    return state.code != 0 ? dravo::describeResult(state.code, state.exceptionCode) : QString();
+    return state.code == 0
+               ? QString()
+               : news_.sharedRequest(variable, state) + dravo::describeResult(state.code, state.exceptionCode);
 }

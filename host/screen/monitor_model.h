@@ -7,35 +7,42 @@
 #include <QtCore/QVector>
 
 #include "host/screen/columns.h"
+#include "host/screen/line_load.h"
+#include "host/screen/line_news.h"
 #include "host/screen/pass_statistics.h"
 
 class MonitorModel {
 public:
     /// variables: those that the line watches. The line outlives the model.
     MonitorModel(const QVector<Tag> &variables, const dravo::Line &line, qint64 nowUs)
-        : variables_(variables), line_(line), startUs_(nowUs) {}
+        : variables_(variables), line_(line), news_(nowUs), load_(nowUs) {}
 
-    void passDone(qint64 us) { passes_.passDone(double(us) / 1000); }
+    /// Every event of the line.
+    void take(const dravo::LineEvent &event, qint64 nowUs);
     /// While the device is lost no value is fresh.
     void setLost(bool lost);
 
     const QVector<Tag> &variables() const { return variables_; }
-    /// The same as the line takes them.
     qint64 passes() const { return passes_.passes(); }
     bool isLost() const { return lost_; }
     /// Whether a request failed or the device was lost.
     bool anyFailed() const;
-    QStringList statisticsLines(qint64 nowUs) const;
+    double lastPassMs() const { return passes_.lastMs(); }
+    /// How busy the line is now, 0 to 1000.
+    int linePerMille(qint64 nowUs) const;
+    /// Stations of the variables that do not answer and are asked only now and then.
+    QVector<int> stationsDown() const;
     /// A variable with the last known values.
     ShownVariable shown(const Tag &variable, qint64 nowUs) const;
 
 private:
-    QString meaningOf(const dravo::ValueState &state, int station, qint64 nowUs) const;
+    QString meaningOf(const dravo::ValueState &state, const dravo::Variable &variable, qint64 nowUs) const;
 
     QVector<Tag> variables_;
     const dravo::Line &line_;
-    qint64 startUs_;
     PassStatistics passes_;
+    LineNews news_;
+    LineLoad load_;
     bool lost_ = false;
     bool everLost_ = false;
 };

@@ -7,6 +7,7 @@ constexpr int kRecentPasses = 1000;
 }
 
 void PassStatistics::passDone(double milliseconds) {
+    lastMs_ = milliseconds;
     shortestMs_ = passes_ == 0 ? milliseconds : std::min(shortestMs_, milliseconds);
     longestMs_ = std::max(longestMs_, milliseconds);
     if (recentMs_.size() < kRecentPasses) {
@@ -25,13 +26,4 @@ double PassStatistics::medianMs() const {
     const auto middle = sorted.begin() + sorted.size() / 2;
     std::nth_element(sorted.begin(), middle, sorted.end());
     return *middle;
-}
-
-QString PassStatistics::line(int requestsPerPass) const {
-    return QStringLiteral("passes %1   requests per pass %2   pass ms: min %3  median %4  max %5")
-        .arg(passes_)
-        .arg(requestsPerPass)
-        .arg(shortestMs_, 0, 'f', 1)
-        .arg(medianMs(), 0, 'f', 1)
-        .arg(longestMs_, 0, 'f', 1);
 }

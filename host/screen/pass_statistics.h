@@ -2,7 +2,6 @@
 #ifndef DRAVO_HOST_SCREEN_PASS_STATISTICS_H
 #define DRAVO_HOST_SCREEN_PASS_STATISTICS_H
 
-#include <QtCore/QString>
 #include <QtCore/QVector>
 
 class PassStatistics {
@@ -13,14 +12,14 @@ public:
     /// 0 before the first.
     double shortestMs() const { return shortestMs_; }
     double longestMs() const { return longestMs_; }
+    double lastMs() const { return lastMs_; }
     /// Of the last 1000 passes; 0 before the first.
     double medianMs() const;
-    /// The figures on one line.
-    QString line(int requestsPerPass) const;
 
 private:
     qint64 passes_ = 0;
     QVector<double> recentMs_;  // a ring of the last passes
+    double lastMs_ = 0;
     double shortestMs_ = 0;
     double longestMs_ = 0;
 };

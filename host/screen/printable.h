@@ -4,11 +4,18 @@
 
 #include <QtCore/QString>
 
-/// Control characters, line ends among them, become blanks.
+/// Control characters, line ends among them, and those that turn the direction of writing become blanks.
 inline QString printable(QString text) {
     for (QChar &character : text) {
-        if (character.category() == QChar::Other_Control) {
-            character = QLatin1Char(' ');
+        switch (character.category()) {
+            case QChar::Other_Control:
+            case QChar::Other_Format:
+            case QChar::Separator_Line:
+            case QChar::Separator_Paragraph:
+                character = QLatin1Char(' ');
+                break;
+            default:
+                break;
         }
     }
     return text;

@@ -3,7 +3,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
-#include "host/screen/printable.h"
+#include "host/screen/cell_text.h"
 #include "host/tags/csv_text.h"
 
 namespace {
@@ -17,8 +17,7 @@ QByteArray fieldLine(RecordFormat format, const Text &text) {
             continue;
         }
         const QString field = text(column);
-        fields.append(format == RecordFormat::Csv ? csvField(field)
-                                                  : printable(field).leftJustified(column.recordWidth));
+        fields.append(format == RecordFormat::Csv ? csvField(field) : padded(field, column.recordWidth));
     }
     return format == RecordFormat::Csv ? (fields.join(QLatin1Char(',')) + QLatin1Char('\n')).toUtf8()
                                        : (fields.join(QLatin1Char(' ')).trimmed() + QLatin1Char('\n')).toLocal8Bit();

@@ -1,188 +1,200 @@
 #include "host/screen/screen.h"
 
-#define NCURSES_NOMACROS 1
-#include <curses.h>
-#undef OK  // a macro, not needed, of a common name
-
-#include <cwchar>
-
-#include "host/screen/printable.h"
+#include "host/screen/cell_text.h"
+#include "host/screen/detail.h"
+#include "host/screen/screen_header.h"
 
 namespace {
 
-constexpr int kDrawEveryMs = 200;
-constexpr int kHeaderRows = 2;
-constexpr int kFooterRows = 7;  // a blank row, four of statistics, message, keys
-constexpr int kLongestTyped = 1000;
-constexpr int kEscape = 27;
-constexpr int kRubout = 127;
+constexpr int kLeastRows = 8;
+constexpr int kTitleRows = 2;
+constexpr int kKeyRows = 1;
+constexpr int kLeastArea = 4;    // of what is told of the selected variable, below the list
+constexpr int kMostArea = 12;    // while the list needs the rows
+constexpr int kRowsForGap = 16;  // between list and area
+constexpr int kMostNoticeRows = 3;
 
-/// Writes text into the cells from column on, as many as width; wide characters take two.
-void putText(int row, int column, int width, const QString &text) {
-    std::wstring shown;
-    int used = 0;
-    for (const wchar_t character : printable(text).toStdWString()) {
-        const int cells = qMax(wcwidth(character), 0);
-        if (used + cells > width) {
-            break;
-        }
-        used += cells;
-        shown.push_back(character);
-    }
-    mvaddnwstr(row, column, shown.c_str(), int(shown.size()));
-}
+const char *const kKeyTable[][2] = {
+    {"up, down, k, j", "select a variable"},
+    {"PageUp, PageDown", "a page of them"},
+    {"Home, End", "the first, the last"},
+    {"/", "find a label that has the text, in whatever case"},
+    {"n, N", "find the next one, the one before"},
+    {"Enter", "the selected variable with all its values"},
+    {"w", "write it: every value, separated by blanks"},
+    {"Tab", "when writing: start from the values that it has"},
+    {"Esc", "back; gives up what is typed"},
+    {"?", "these keys"},
+    {"q, Ctrl-C", "leave; q goes back from a page"},
+};
 
-int attributeOf(dravo::Condition condition) {
-    switch (condition) {
-        case dravo::Failing:
-        case dravo::NotReadable:
-        case dravo::Down:
-            return int(A_BOLD);
-        case dravo::Stale:
-        case dravo::NeverRead:
-            return int(A_DIM);
-        case dravo::Fresh:
-            break;
-    }
-    return int(A_NORMAL);
+QString keyLine(const QString &keys, const QString &what) {
+    return padded(keys, 18) + what;
 }
 
 }  // namespace
 
-Screen::Screen() {
-    terminal_ = newterm(nullptr, stdout, stdin);
-    if (!isOpen()) {
-        return;
-    }
-    cbreak();  // keeps Ctrl-C a signal
-    noecho();
-    nonl();
-    keypad(stdscr, true);
-    nodelay(stdscr, true);
-    set_escdelay(50);
-    curs_set(0);
-}
+Screen::Screen(const MonitorModel &model, const QString &lineName)
+    : model_(model), lineName_(lineName), layout_(model.variables()), selection_(model.variables().size()) {}
 
-Screen::~Screen() {
-    if (isOpen()) {
-        endwin();
-        delscreen(terminal_);
-    }
-}
-
-Screen::Wish Screen::poll(const MonitorModel &model, qint64 nowUs) {
-    Wish wish;
-    wint_t key = 0;
-    for (int kind = get_wch(&key); kind != ERR && wish.kind == Wish::Kind::None;
-         kind = wish.kind == Wish::Kind::None ? get_wch(&key) : ERR) {
-        dirty_ = true;
-        wish = handleKey(int(key), kind != KEY_CODE_YES, model);
-    }
-    if (dirty_ || !sinceDrawn_.isValid() || sinceDrawn_.elapsed() >= kDrawEveryMs) {
-        draw(model, nowUs);
-    }
-    return wish;
-}
-
-Screen::Wish Screen::handleKey(int key, bool isCharacter, const MonitorModel &model) {
-    Wish wish;
-    if (editing_) {
-        editKey(key, isCharacter, &wish);
-    } else if (isCharacter) {
-        if (key == 'q' || key == 'Q') {
-            wish.kind = Wish::Kind::Leave;
-        } else if (key == 'w' || key == 'W') {
-            editing_ = true;
-            typed_.clear();
-            message_.clear();
-        } else if (key == 'j' || key == 'k') {
-            select(selected_ + (key == 'j' ? 1 : -1), model);
+Screen::Wish Screen::press(const Key &key, qint64 nowUs) {
+    if (page_) {
+        if (page_->press(key)) {
+            page_.reset();
         }
-    } else if (key == KEY_UP || key == KEY_DOWN) {
-        select(selected_ + (key == KEY_DOWN ? 1 : -1), model);
-    } else if (key == KEY_PPAGE || key == KEY_NPAGE) {
-        select(selected_ + (key == KEY_NPAGE ? 1 : -1) * valueRows(), model);
-    } else if (key == KEY_HOME || key == KEY_END) {
-        select(key == KEY_HOME ? 0 : model.variables().size() - 1, model);
+        return {};
     }
-    return wish;
-}
-
-void Screen::editKey(int key, bool isCharacter, Wish *wish) {
-    if (key == kEscape && isCharacter) {
-        editing_ = false;
-    } else if ((isCharacter && (key == '\r' || key == '\n')) || (!isCharacter && key == KEY_ENTER)) {
-        editing_ = false;
-        if (!typed_.trimmed().isEmpty()) {
-            *wish = {Wish::Kind::Write, selected_, typed_};
-        }
-    } else if ((isCharacter && (key == '\b' || key == kRubout)) || (!isCharacter && key == KEY_BACKSPACE)) {
-        typed_.chop(1);
-    } else if (isCharacter && key >= ' ' && typed_.size() < kLongestTyped) {
-        const wchar_t character = wchar_t(key);
-        typed_ += QString::fromWCharArray(&character, 1);
+    if (prompt_) {
+        return pressInPrompt(key, nowUs);
     }
-}
-
-int Screen::valueRows() const {
-    return qMax(getmaxy(stdscr) - kHeaderRows - kFooterRows, 1);
-}
-
-void Screen::select(int row, const MonitorModel &model) {
-    selected_ = qBound(0, row, model.variables().size() - 1);
-    message_.clear();
-}
-
-void Screen::draw(const MonitorModel &model, qint64 nowUs) {
-    sinceDrawn_.start();
-    dirty_ = false;
-    const int rows = valueRows();
-    const int width = getmaxx(stdscr);
-    top_ = qBound(selected_ - rows + 1, top_, selected_);
-    werase(stdscr);
-    putText(0, 0, width,
-            QStringLiteral("dravo-host monitor   %1 variables%2")
-                .arg(model.variables().size())
-                .arg(model.isLost() ? QStringLiteral("   DEVICE LOST, opening it again") : QString()));
-    drawValues(model, rows, nowUs);
-    int row = kHeaderRows + qMin(rows, model.variables().size()) + 1;
-    for (const QString &line : model.statisticsLines(nowUs)) {
-        putText(row++, 0, width, line);
+    if (search_) {
+        pressInSearch(key, nowUs);
+        return {};
     }
-    if (editing_) {
-        const QString prompt = QStringLiteral("write %1: %2").arg(model.variables().at(selected_).label, typed_);
-        putText(row++, 0, width, prompt.right(qMax(width - 1, 1)) + QLatin1Char('_'));
-        putText(row, 0, width, QStringLiteral("Enter writes   Esc gives up"));
+    return pressInList(key, nowUs);
+}
+
+Screen::Wish Screen::pressInList(const Key &key, qint64 nowUs) {
+    Wish wish;
+    if (key.is('q')) {
+        wish.kind = Wish::Kind::Leave;
+    } else if (key.is('?')) {
+        openKeys();
+    } else if (selection_.count() == 0 || selection_.press(key)) {
+        return wish;
+    } else if (key.is('w')) {
+        prompt_.emplace(selectedTag());
+    } else if (key.is('/')) {
+        search_.emplace();
+    } else if (key.is('n')) {
+        find(key.text == QLatin1String("N") ? -1 : 1, nowUs);
+    } else if (key.kind == Key::Kind::Enter) {
+        openDetail();
     } else {
-        // Where a narrow screen cuts it off: what is wrong with the selected variable.
-        const ShownVariable selected = model.shown(model.variables().at(selected_), nowUs);
-        putText(row++, 0, width, message_.isEmpty() ? selected.meaning : message_);
-        putText(row, 0, width, QStringLiteral("arrows select   w write   q leave"));
-    }
-    wrefresh(stdscr);
-}
-
-void Screen::drawValues(const MonitorModel &model, int rows, qint64 nowUs) {
-    const int width = getmaxx(stdscr);
-    // text: of a column in this row.
-    const auto putRow = [width](int row, const auto &text) {
-        int at = 0;
-        for (const Column &column : columns()) {
-            if (column.title != nullptr) {
-                const int left = width - at;
-                putText(row, at, column.screenWidth == 0 ? left : qMin(column.screenWidth - 1, left), text(column));
-                at += column.screenWidth;
+        for (const Page &page : pages_) {
+            if (key.is(page.key)) {
+                open(page);
+                break;
             }
         }
-    };
-    wattrset(stdscr, int(A_UNDERLINE));
-    putRow(1, [](const Column &column) { return QString::fromLatin1(column.title); });
-    for (int i = 0; i < rows && top_ + i < model.variables().size(); ++i) {
-        const ShownVariable shown = model.shown(model.variables().at(top_ + i), nowUs);
-        wattrset(stdscr, attributeOf(shown.state.condition) | (top_ + i == selected_ ? int(A_REVERSE) : 0));
-        putRow(kHeaderRows + i, [&shown](const Column &column) {
-            return column.screenText != nullptr ? column.screenText(shown) : columnText(column.value(shown));
-        });
     }
-    wattrset(stdscr, int(A_NORMAL));
+    return wish;
+}
+
+Screen::Wish Screen::pressInPrompt(const Key &key, qint64 nowUs) {
+    Wish wish;
+    const TypedLine::Outcome outcome = prompt_->press(key, selected(nowUs));
+    if (outcome == TypedLine::Outcome::Entered) {
+        wish = {Wish::Kind::Write, selection_.row(), prompt_->values()};
+    }
+    if (outcome != TypedLine::Outcome::GoesOn) {
+        prompt_.reset();
+    }
+    return wish;
+}
+
+void Screen::pressInSearch(const Key &key, qint64 nowUs) {
+    const TypedLine::Outcome outcome = search_->press(key);
+    if (outcome == TypedLine::Outcome::Entered) {
+        sought_ = search_->text().isEmpty() ? sought_ : search_->text();
+        find(1, nowUs);
+    }
+    if (outcome != TypedLine::Outcome::GoesOn) {
+        search_.reset();
+    }
+}
+
+void Screen::find(int step, qint64 nowUs) {
+    if (sought_.isEmpty()) {
+        say(QStringLiteral("nothing to find: / asks for it"), Tone::Plain, nowUs);
+    } else if (!selection_.find(model_.variables(), sought_, step)) {
+        say(QStringLiteral("no label has '%1'").arg(sought_), Tone::Warning, nowUs);
+    }
+}
+
+void Screen::open(const Page &page) {
+    page_.emplace(page.name + QStringLiteral("  ") + lineName_,
+                  [page, variable = selectedTag()](int width, qint64 nowUs) {
+                      ScreenLines lines;
+                      for (const QString &line : page.lines(variable, width, nowUs)) {
+                          lines += line.isEmpty() ? ScreenLines(1) : wrappedLines(line, width);
+                      }
+                      return lines;
+                  });
+}
+
+void Screen::openDetail() {
+    page_.emplace(QStringLiteral("%1 of %2").arg(selection_.row() + 1).arg(selection_.count()),
+                  [this](int width, qint64 nowUs) { return detailLines(selected(nowUs), width); });
+}
+
+void Screen::openKeys() {
+    page_.emplace(QStringLiteral("keys"), [this](int width, qint64) {
+        ScreenLines lines;
+        for (const auto &row : kKeyTable) {
+            lines += wrappedLines(keyLine(QLatin1String(row[0]), QLatin1String(row[1])), width);
+        }
+        for (const Page &page : pages_) {
+            lines += wrappedLines(keyLine(QString(QLatin1Char(page.key)), page.name), width);
+        }
+        return lines;
+    });
+}
+
+ScreenLines Screen::lines(const ScreenSize &size, qint64 nowUs) {
+    if (size.rows < kLeastRows || size.columns < RowLayout::kLeastWidth) {
+        const QString needed = QStringLiteral("terminal too small: %1x%2 at least");
+        return {ScreenLine(fitted(needed.arg(RowLayout::kLeastWidth).arg(kLeastRows), size.columns))};
+    }
+    return page_ ? page_->lines(size, nowUs) : listLines(size, nowUs);
+}
+
+ScreenLines Screen::listLines(const ScreenSize &size, qint64 nowUs) {
+    const int gap = size.rows >= kRowsForGap ? 1 : 0;
+    const int leastArea = qBound(kLeastArea, size.rows / 4, kMostArea);
+    const int rows = qMin(selection_.count(), size.rows - kTitleRows - gap - leastArea - kKeyRows);
+    const int area = size.rows - kTitleRows - rows - gap - kKeyRows;
+    selection_.show(rows);
+    ScreenLines lines{headerLine(model_, lineName_, selection_.row(), size.columns, nowUs),
+                      layout_.titles(size.columns)};
+    for (int row = selection_.top(); row < selection_.top() + rows; ++row) {
+        ScreenLine line = layout_.row(model_.shown(model_.variables().at(row), nowUs), size.columns);
+        line.reversed = row == selection_.row();
+        lines.append(line);
+    }
+    lines.resize(kTitleRows + rows + gap);
+    lines += areaLines(area, size.columns, nowUs);
+    lines.resize(size.rows - kKeyRows);
+    lines.append(ScreenLine(fitted(keyWords(), size.columns)));
+    return lines;
+}
+
+ScreenLines Screen::areaLines(int rows, int width, qint64 nowUs) const {
+    if (selection_.count() == 0) {
+        return {};
+    }
+    const ShownVariable variable = selected(nowUs);
+    if (prompt_) {
+        return prompt_->lines(variable, rows, width);
+    }
+    ScreenLines told =
+        search_ ? ScreenLines{ScreenLine(fittedEnd(QLatin1Char('/') + search_->text() + QLatin1Char('_'), width))}
+                : firstLines(wrappedLines(notice_.text(nowUs), width, notice_.tone(nowUs)), kMostNoticeRows, width);
+    ScreenLines lines = firstLines(detailLines(variable, width), rows - told.size(), width);
+    lines.resize(rows - told.size());
+    return lines + told;
+}
+
+QString Screen::keyWords() const {
+    if (prompt_) {
+        return QStringLiteral("Enter writes   Tab takes over the values   Esc gives up");
+    }
+    if (search_) {
+        return QStringLiteral("Enter finds   Esc gives up");
+    }
+    QString words = QStringLiteral("Enter all of it   w write   / find");
+    for (const Page &page : pages_) {
+        words += QStringLiteral("   %1 %2").arg(QLatin1Char(page.key)).arg(page.name);
+    }
+    return words + QStringLiteral("   ? keys   q leave");
 }

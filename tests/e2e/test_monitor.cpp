@@ -49,6 +49,29 @@ TEST(Monitor, ShowsNoWrongValueAndOpensTheLineAgainOnceItIsBack) {
     EXPECT_EQ(patient.exitCode(), 1) << "the line was lost for a while";
 }
 
+TEST(Monitor, TakesKeysOnATerminalAndGivesItBack) {
+    QProcess terminal;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("TERM", "xterm-256color");
+    terminal.setProcessEnvironment(environment);
+    terminal.start("script", {"-qefc", "stty rows 24 cols 80; exec " DRAVO_HOST_PROGRAM " monitor", "/dev/null"});
+    QByteArray shown;
+    const auto shows = [&](const QByteArray &text) {
+        while (!shown.contains(text) && terminal.waitForReadyRead(10000)) {
+            shown += terminal.readAll();
+        }
+        return shown.contains(text);
+    };
+    EXPECT_TRUE(shows("1 of 23") && shows("fresh")) << shown.toStdString();
+    terminal.write("/mixer\rw");
+    EXPECT_TRUE(shows("write mixer speed: type 11, address 0, station 1, 1 value")) << shown.toStdString();
+    terminal.write("987\r");
+    EXPECT_TRUE(shows("mixer speed is written")) << shown.toStdString();
+    terminal.write("q");
+    EXPECT_TRUE(shows("\x1b[?1049l") && terminal.waitForFinished());
+    EXPECT_EQ(terminal.exitCode(), 0);
+}
+
 TEST(Program, EndsWithTheStatusOfWhatWentWrong) {
     const auto status = [](const QString &arguments) {
         Program program(arguments.split(' '));

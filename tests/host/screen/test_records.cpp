@@ -34,6 +34,11 @@ TEST(MonitorModel, TellsValuesWhatIsWrongAndFigures) {
         now += reply.isEmpty() ? 600000 : 10000;
         line.received(reply, now);
         step = line.next(now);
+        for (dravo::LineEvent event; line.takeEvent(&event);) {
+            if (event.kind == dravo::LineEvent::Exchange) {  // passes are given below
+                model.take(event, now);
+            }
+        }
         ShownVariable shown = model.shown(variable, now);
         shown.pass = 3;
         shown.time = "noon";
@@ -53,19 +58,19 @@ TEST(MonitorModel, TellsValuesWhatIsWrongAndFigures) {
     EXPECT_EQ(
         record(RecordFormat::Table, told(withCrc("0183 04"))),
         "3      noon                     a, \"b\"                       12    100        1        failing      24      "
-        " -1.0 4.5 \u00b0C              71    refused: device failure (exception 4)\n");
+        " -1.0 4.5 \u00b0C              71    its part 100 to 101, refused: device failure (exception 4)\n");
     told(QByteArray());
-    EXPECT_EQ(told(QByteArray()).meaning, QString("no answer, next try in 1 s"));
+    EXPECT_EQ(told(QByteArray()).meaning, QString("no reply for 2 s, next try in 1 s"));
     EXPECT_TRUE(model.anyFailed());
-    // Of the last thousand passes 500 took 1 ms, one 5 ms, the others 9 ms.
-    for (int pass = 0; pass < 2000; ++pass) {
-        model.passDone(pass == 1999 ? 5000 : pass / 500 == 2 ? 1000 : 9000);
+}
+
+TEST(PassStatistics, TakeTheMedianOfTheLastThousand) {
+    PassStatistics passes;
+    for (int pass = 0; pass < 2000; ++pass) {  // 500 of them took 1 ms, one 5 ms, the others 9 ms
+        passes.passDone(pass == 1999 ? 5 : pass / 500 == 2 ? 1 : 9);
     }
-    EXPECT_EQ(model.statisticsLines(now).join("\n").toStdString(),
-              "passes 2000   requests per pass 2   pass ms: min 1.0  median 5.0  max 9.0\n"
-              "requests 5   retries 0   failed: no answer 2  damaged 0  refused 1\n"
-              "reply ms: median 5.4  95th 5.4  99th 5.4  max 5.4   exceptions 1\n"
-              "bytes out 40  in 23   busy 1.6 %   dropped: late 0  foreign 0");
+    EXPECT_EQ(passes.medianMs(), 5);
+    EXPECT_EQ(passes.shortestMs() + passes.longestMs() + passes.lastMs(), 15);
 }
 
 }  // namespace
