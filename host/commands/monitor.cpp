@@ -1,6 +1,7 @@
 #include "host/commands/monitor.h"
 
 #include <QtCore/QDateTime>
+#include <algorithm>
 
 #include "host/commands/exit_status.h"
 #include "host/commands/port_words.h"
@@ -14,6 +15,12 @@ constexpr int kTableWidth = 80;
 constexpr qint64 kSecondUs = 1000000;  // from one try to open a lost device to the next
 constexpr qint64 kDrawEveryUs = 200000;
 constexpr int kFinalExceptions = 3;  // 1 to 3: the controller does not do it
+
+QStringList latestFirst(QStringList lines) {
+    std::reverse(lines.begin(), lines.end());
+    return lines;
+}
+
 }  // namespace
 
 Monitor::Monitor(const Options &settings, const QVector<Tag> &variables, OpenLine *line, Terminal *terminal,
@@ -31,8 +38,9 @@ Monitor::Monitor(const Options &settings, const QVector<Tag> &variables, OpenLin
     screen_.addPage({'s', QStringLiteral("statistics"), [this](const Tag &, int width, qint64 us) {
                          return statisticsTable(statistics_.rows(us), width);
                      }});
-    screen_.addPage({'t', QStringLiteral("trace"),
-                     [this](const Tag &tag, int, qint64) { return line_->trace().recent().lines(tag.station); }});
+    screen_.addPage({'t', QStringLiteral("trace"), [this](const Tag &tag, int, qint64) {
+                         return latestFirst(line_->trace().recent().lines(tag.station));
+                     }});
     engine_.watch(variablesOf(model_.variables()), startUs_);
     line_->trace().setTell([this](const QString &text) { tellUser(text, Tone::Bad); });
     if (streams_->commands.isOpen()) {
