@@ -83,7 +83,10 @@ Screen::Wish Screen::pressInList(const Key &key, qint64 nowUs) {
 
 Screen::Wish Screen::pressInPrompt(const Key &key, qint64 nowUs) {
     Wish wish;
-    const TypedLine::Outcome outcome = prompt_->press(key, selected(nowUs));
+    if (key.kind == Key::Kind::Tab) {
+        prompt_->takeOver(selected(nowUs));
+    }
+    const TypedLine::Outcome outcome = prompt_->press(key);
     if (outcome == TypedLine::Outcome::Entered) {
         wish = {Wish::Kind::Write, selection_.row(), prompt_->values()};
     }

@@ -7,15 +7,16 @@ TypedValues typedValues(const Tag &variable, const QString &text) {
     const QStringList texts = text.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
     TypedValues values = valueBytes(variable.kind, variable.format, texts);
     if (texts.size() != variable.count) {
-        values.faults.prepend(
-            QStringLiteral("%1 given, but it has %2 and all are written").arg(texts.size()).arg(variable.count));
+        values.faults.prepend(variable.count == 1
+                                  ? QStringLiteral("give one value, not %1").arg(texts.size())
+                                  : QStringLiteral("give all %1 values, not %2").arg(variable.count).arg(texts.size()));
     }
     return values;
 }
 
-TypedLine::Outcome WritePrompt::press(const Key &key, const ShownVariable &current) {
-    if (key.kind == Key::Kind::Tab) {
-        typed_.setText(columnText(current.texts));
+TypedLine::Outcome WritePrompt::press(const Key &key) {
+    if (key.kind == Key::Kind::Other) {
+        return TypedLine::Outcome::GoesOn;  // the terminal's size has changed: faults stay in sight
     }
     const TypedLine::Outcome outcome = typed_.press(key);
     values_ = TypedValues();

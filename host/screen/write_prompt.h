@@ -14,10 +14,10 @@ class WritePrompt {
 public:
     explicit WritePrompt(const Tag &variable) : variable_(variable) {}
 
-    /// Entered: values() can be written; nothing typed is given up, faults keep the prompt open. The Tab key takes over
-    /// the values that the variable has.
-    /// @param current  the variable with its values.
-    TypedLine::Outcome press(const Key &key, const ShownVariable &current);
+    /// Entered: values() can be written; nothing typed is given up, faults keep the prompt open.
+    TypedLine::Outcome press(const Key &key);
+    /// The values that the variable has become what is typed.
+    void takeOver(const ShownVariable &current) { typed_.setText(columnText(current.texts)); }
     const QByteArray &values() const { return values_.bytes; }
 
     /// At most rows lines, at least three.

@@ -135,10 +135,10 @@ TEST_F(LiveScreen, FitsAnySizeWhateverIsTypedAndFindsAndChecks) {
     press("n/lamps^w1 0");
     EXPECT_EQ(press("^").kind, Screen::Wish::Kind::None);
     EXPECT_TRUE(shows("write lamps: type 0, address 17, station 1, 3 values") && shows("now: - - -") &&
-                shows("new: 1 0_") && shows("2 given, but it has 3"));
+                shows("new: 1 0_") && shows("give all 3 values, not 2"));
     press(" 7^");
     EXPECT_TRUE(shows("'7' is no value here"));
-    const Screen::Wish wish = press("<w1 0 on^");
+    const Screen::Wish wish = press("<w#<w1 0 on^");
     EXPECT_TRUE(wish.kind == Screen::Wish::Kind::Write && wish.variable == 0 && wish.values == QByteArray("\1\0\1", 3));
     screen.say("lamps is written", Tone::Good, 9000);
     EXPECT_TRUE(shows("lamps is written"));
