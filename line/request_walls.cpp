@@ -22,9 +22,12 @@ QString Lesson::text(const ReadGroup &group) const {
     if (learnt == NothingNew) {
         return QString();
     }
-    const QString last = range.count > 1 ? QString::fromLatin1(" to %1").arg(range.end() - 1) : QString();
+    const ElementType *type = findElementType(group.elemType);
+    const int base = type ? type->textBase : 10;  // as its addresses are written
+    const QString last =
+        range.count > 1 ? QString::fromLatin1(" to %1").arg(QString::number(range.end() - 1, base)) : QString();
     return QString::fromLatin1("station %1 refuses %2%3 of type %4: %5")
-        .arg(QString::number(group.station), QString::number(range.first), last, QString::number(group.elemType),
+        .arg(QString::number(group.station), QString::number(range.first, base), last, QString::number(group.elemType),
              QString::fromLatin1(kConsequences[learnt]));
 }
 
