@@ -4,7 +4,6 @@
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
-#include <QtCore/QVector>
 
 struct CsvRow {
     int line = 0;  // of the row's first character, from 1
@@ -13,9 +12,33 @@ struct CsvRow {
     QString badReason;
 };
 
-/// Rows of text; lines end in LF or CR LF, blank lines are left out. A quoted field may hold commas, line ends and,
-/// doubled, quotes.
-QVector<CsvRow> csvRows(const QString &text);
+/// Takes text apart row by row; lines end in LF or CR LF, blank lines are left out. A quoted field may hold commas,
+/// line ends and, doubled, quotes.
+class CsvReader {
+public:
+    /// text outlives the reader.
+    explicit CsvReader(const QString &text) : text_(text) {}
+
+    /// @return false: there is no row more.
+    bool next(CsvRow *row);
+    /// Lines behind the last row, blank ones too.
+    int linesLeft() const;
+
+private:
+    CsvRow readRow();
+    QString plainField(CsvRow *row);
+    QString quotedField(CsvRow *row);
+    static void fault(CsvRow *row, const QString &reason);
+    bool at(QChar character) const;
+    bool atLineEnd() const;
+    bool atFieldEnd() const { return atLineEnd() || at(QLatin1Char(',')); }
+    QChar takeAny();
+    bool take(QChar character);
+
+    const QString &text_;
+    int position_ = 0;
+    int line_ = 1;
+};
 
 /// The field as it goes into a row: quoted where it has to be.
 QString csvField(const QString &field);

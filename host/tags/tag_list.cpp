@@ -14,21 +14,29 @@ static void registerSample() {
 
 namespace {
 
+constexpr int kMostFaults = 20;  // then nobody reads on
 constexpr qint64 kLargestFile = 16LL * 1024 * 1024;
 
 class TagListReader {
 public:
     TagList read(const QString &text) {
-        const QVector<CsvRow> rows = csvRows(text);
-        list_.faults = columns_.read(rows.value(0));
+        CsvReader reader(text);
+        CsvRow row;
+        reader.next(&row);
+        list_.faults = columns_.read(row);
         if (!columns_.complete()) {
             return list_;
         }
-        for (int i = 1; i < rows.size(); ++i) {
-            readRow(rows.at(i));
+        bool any = false;
+        while (list_.faults.size() < kMostFaults && reader.next(&row)) {
+            any = true;
+            readRow(row);
         }
-        if (rows.size() == 1) {
+        const int left = reader.linesLeft();
+        if (!any) {
             list_.faults.append(QStringLiteral("line 2: the list names no variable"));
+        } else if (list_.faults.size() >= kMostFaults && left > 0) {
+            list_.faults.append(QStringLiteral("%1 lines more are not read").arg(left));
         }
         return list_;
     }
