@@ -20,6 +20,6 @@ int main(int argc, char **argv) {
     if (!line.text.isEmpty()) {
         return print(line.text);
     }
-    watchStopSignals();
+    ignoreFileSignals();
     return line.command->run(line.settings);
 }

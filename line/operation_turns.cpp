@@ -26,7 +26,7 @@ bool OperationTurns::take(const CallLoop &loop, const PassClock &passes, HostOpe
 // Reads show whether the adapter echoes; before that the answers to some writes cannot be told from echoes.
 bool OperationTurns::mayWrite(const CallLoop &loop, const PassClock &passes) {
     const qint64 us = qMax(loop.nowUs(), loop.lineFreeUs());
-    if (loop.knowsEcho() || !queue_.hasWrites() || !passes.hasWork(loop.stations(), us)) {
+    if (loop.knowsEcho() || !queue_.hasWrites() || !passes.hasWork(loop.stations(), us + 2 * lifetimeUs_)) {
         writesHeldSinceUs_ = -1;
         return true;
     }

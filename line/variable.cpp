@@ -77,12 +77,14 @@ QList<VariableFault> resolve(Variable *variable) {
         variable->kind = kindOf(*type);
         variable->driverCount = variable->kind == DoubleWordValue ? variable->count * 2 : variable->count;
     }
+    Variable first = *variable;  // where the count is no use, its first element still tells of the address
+    first.driverCount = 1;
     if (!type) {
         fault("type", QString::fromLatin1("must be 0 to %1").arg(kLastType));
     } else if (variable->elementAddress < 0) {
         fault("address", QString::fromLatin1("'%1' is no address of type %2, which takes %3")
                              .arg(variable->addressText, QString::number(variable->elemType), addressRule(*type)));
-    } else if (countGood && !resolveElements(*type, variable)) {
+    } else if (!resolveElements(*type, countGood ? variable : &first)) {
         fault("address", QString::fromLatin1("reaches beyond the controller's %1 %2")
                              .arg(kLastModbusAddress + 1)
                              .arg(QLatin1String(type->elementClass == BitClass ? "coils" : "registers")));

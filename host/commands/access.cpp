@@ -159,6 +159,10 @@ Failure Access::outcome(int operation, bool *refused) {
         return Failure(QStringLiteral(
             "the same came back, and nothing shows whether the adapter echoes: say --echo off, or on if it does"));
     }
+    if (end.failure == dravo::LineEvent::NoAnswer && !options_.port.device.isEmpty()) {
+        tell(QStringLiteral("wrong baud rate, parity, station or wires? dravo-host scan --port %1 looks for stations")
+                 .arg(options_.port.device));
+    }
     return end.done ? Failure()
                     : Failure(QStringLiteral("%1 (code %2)")
                                   .arg(dravo::describeResult(end.code, end.exceptionCode))

@@ -15,7 +15,7 @@ struct ExitMeaning {
 constexpr ExitMeaning kExitMeanings[] = {
     {kExitDone, "done"},
     {kExitFailed, "a request failed or was refused or the device was lost"},
-    {kExitUsage, "usage or tag list"},
+    {kExitUsage, "usage, or a tag list, command or statistics file"},
     {kExitPort, "the port or the trace file could not be opened"},
 };
 

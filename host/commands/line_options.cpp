@@ -41,7 +41,8 @@ void addStopBitsOption(OptionSet *options, PortSettings *port) {
 
 void addLineOptions(OptionSet *options, Options *settings) {
     options->addText("port", "DEVICE", &settings->port.device,
-                     "Serial port; without it the simulated line is used, at 115200 baud unless --baud is given.");
+                     "Serial port; without it the simulated line is used, by monitor, read and write at 115200 baud "
+                     "unless --baud is given.");
     addCharacterOptions(options, &settings->port);
     options->addNumber("timeout", "MS", kTimeoutMs, &settings->timeoutMs,
                        "Longest wait for a reply's first byte. Give more than the slowest controller takes.");

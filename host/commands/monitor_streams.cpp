@@ -1,6 +1,7 @@
 #include "host/commands/monitor_streams.h"
 
 #include <QtCore/QDateTime>
+#include <QtCore/QFileInfo>
 
 #include "host/commands/line_options.h"
 #include "host/statistics/statistics_records.h"
@@ -23,6 +24,16 @@ QStringList loneOptions(const OptionSet &options, const Options &settings) {
     }
     if (settings.statisticsFile == kStandard && !isJson(settings)) {
         faults.append(QStringLiteral("--statistics - goes with --format json, where records can be told apart"));
+    }
+    if (!settings.statisticsFile.isEmpty()) {
+        const QFileInfo file(settings.statisticsFile);
+        for (const QString &other :
+             {settings.tagFile, settings.commandFile, settings.trace.file, settings.port.device}) {
+            if (!other.isEmpty() && (other == settings.statisticsFile || (file.exists() && file == QFileInfo(other))) &&
+                other != kStandard) {
+                faults.append(QStringLiteral("--statistics: %1 is named by another option as well").arg(other));
+            }
+        }
     }
     if (options.given("every") && !options.given("statistics")) {
         faults.append(QStringLiteral("--every goes with --statistics"));

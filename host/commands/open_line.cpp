@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+#include "host/pump/stop_signal.h"
+
 namespace {
 constexpr qint64 kMs = 1000;
 constexpr int kStartAndDataBits = 9;
@@ -60,6 +62,7 @@ Failure startSimulation(const SimulatedLineOptions &options, std::unique_ptr<Sim
 }
 
 Failure OpenLine::open(const Options &options, const std::set<int> &stations) {
+    watchStopSignals();
     if (Failure failure = trace_.open(options.trace, options.remoteNode.has_value())) {
         return failure;
     }

@@ -21,6 +21,18 @@ bool fileMayName(const CLI::App &program, const QString &command, const QString 
     return false;
 }
 
+QString whatThereIsNot(const CLI::App &program, const FileOption &option) {
+    if (option.command.isEmpty()) {
+        return QStringLiteral("there is no option '%1'").arg(option.name);
+    }
+    const std::string command = option.command.toStdString();
+    const std::vector<const CLI::App *> known =
+        program.get_subcommands([&command](const CLI::App *one) { return one->get_name() == command; });
+    return known.empty()
+               ? QStringLiteral("there is no command '%1'").arg(option.command)
+               : QStringLiteral("'%1' has no option '%2' that a file can give").arg(option.command, option.name);
+}
+
 }  // namespace
 
 CLI::Option *OptionSet::find(const QString &name) const {
@@ -87,12 +99,8 @@ QStringList OptionSet::takeOptionFile(const QString &fileName) {
     }
     for (const FileOption &option : file.options) {
         if (!fileMayName(*command_->get_parent(), option.command, option.name)) {
-            faults.append(where +
-                          QStringLiteral("line %1: there is no option '%2'%3")
-                              .arg(option.line)
-                              .arg(option.name, option.command.isEmpty()
-                                                    ? QString()
-                                                    : QStringLiteral(" of a command '%1'").arg(option.command)));
+            faults.append(where + QStringLiteral("line %1: ").arg(option.line) +
+                          whatThereIsNot(*command_->get_parent(), option));
         }
     }
     return faults;

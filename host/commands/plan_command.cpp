@@ -64,6 +64,7 @@ int run(const Options &settings) {
     }
     dravo::LineSettings line = lineSettings(settings);
     line.replyDelayUs = settings.turnaroundMs * 1000LL;
+    watchStopSignals();
     PassPlan plan;
     const CurvesOf curves = settings.planFormat == PlanFormat::Html ? CurvesOf::AllBauds : CurvesOf::OwnBaud;
     if (Failure failure = planPass(

@@ -12,6 +12,7 @@
 #include "host/commands/open_line.h"
 #include "host/commands/simulate_trace.h"
 #include "host/commands/trace_options.h"
+#include "host/pump/port_holders.h"
 #include "host/pump/stop_signal.h"
 #include "host/scan/scan_report.h"
 
@@ -38,6 +39,10 @@ public:
             return Failure();
         }
         if (target().startsWith("/dev/pts/")) {
+            const QStringList servers = portHolders(QFile::decodeName(target())).filter(QStringLiteral("dravo-host"));
+            if (!servers.isEmpty()) {
+                return Failure(QStringLiteral("%1 is the line of %2, which is running").arg(name, servers.first()));
+            }
             unlink(path_.constData());
         }
         if (symlink(device.c_str(), path_.constData()) != 0) {
@@ -85,6 +90,7 @@ void addOptions(OptionSet *options, Options *settings) {
 }
 
 int run(const Options &settings) {
+    watchStopSignals();
     TraceWriter trace(&tell);
     if (Failure failure = trace.open(settings.trace)) {
         return fail(kExitPort, failure);

@@ -17,8 +17,12 @@ constexpr int kExactDigits = 15;  // that a parsed number keeps
 /// A number as a person types it. text: as it stands in JSON.
 QString numberText(const QByteArray &text) {
     const int digits = int(std::count_if(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; }));
+    const double number = text.toDouble();
+    if (number == 0 && text.startsWith('-')) {
+        return QStringLiteral("-0");  // a value of its own where floats are written
+    }
     return digits > kExactDigits ? QString::fromLatin1(text)
-                                 : QString::number(text.toDouble(), 'f', QLocale::FloatingPointShortest);
+                                 : QString::number(number, 'f', QLocale::FloatingPointShortest);
 }
 
 /// Whether numbers and strings are as JSON has them; Qt's parser takes 1. and "\x" as well.

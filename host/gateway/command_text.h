@@ -14,7 +14,7 @@ struct CommandText {
     QStringList faults;  // all that is wrong; empty: it is a command
 };
 
-/// Reads {"write": {"label": "oven setpoint", "values": [230]}, "id": 7} or {"read": {"label": "oven setpoint"}}.
+/// Reads {"write": {"label": "mixer speed", "values": [750]}, "id": 7} or {"read": {"label": "mixer speed"}}.
 /// Members that it does not know are faults: one that is misspelt must not be left out of a write.
 CommandText readCommand(const QByteArray &line);
 

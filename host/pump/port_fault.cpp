@@ -35,8 +35,10 @@ QString missing() {
 
 QString busy(const QString &path) {
     const QStringList holders = portHolders(path);
-    return holders.isEmpty() ? QStringLiteral("another program has it open")
-                             : QStringLiteral("%1 has it open").arg(holders.join(QStringLiteral(", ")));
+    return holders.isEmpty()
+               ? QStringLiteral("another program has it open")
+               : QStringLiteral("%1 %2 it open")
+                     .arg(holders.join(QStringLiteral(", ")), QLatin1String(holders.size() == 1 ? "has" : "have"));
 }
 
 QString userName(uid_t user) {
@@ -100,8 +102,8 @@ QString portPermission(const QString &path) {
 
 QString portFault(const QString &path, const QString &otherwise) {
     switch (const int reason = reasonAgainst(QFile::encodeName(path))) {
-        case 0:
-            return otherwise;
+        case 0:  // root may open what another program has for itself, and cannot lock it
+            return portHolders(path).isEmpty() ? otherwise : busy(path);
         case ENOENT:
         case ENOTDIR:
             return missing();

@@ -23,6 +23,9 @@ void onStop(int) {
 }  // namespace
 
 void watchStopSignals() {
+    if (wakePipe[0] >= 0) {
+        return;
+    }
     if (pipe2(wakePipe, O_CLOEXEC | O_NONBLOCK) != 0) {
         wakePipe[0] = wakePipe[1] = -1;  // waits are short slices; without the pipe one slice may pass first
     }
@@ -32,7 +35,12 @@ void watchStopSignals() {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         sigaction(signal, &action, nullptr);
     }
+}
+
+void ignoreFileSignals() {
+    struct sigaction action {};
     action.sa_handler = SIG_IGN;
+    sigemptyset(&action.sa_mask);
     sigaction(SIGPIPE, &action, nullptr);
     sigaction(SIGXFSZ, &action, nullptr);  // a file as long as it may get
 }

@@ -58,7 +58,7 @@ TEST(CommandLine, NamesEveryFault) {
         baud = 1&give-up=off                       | monitor                                                       | line 1: --baud '1': give a whole number
         passes=1&&passes=6&oops                    | monitor                                                       | line 3: 'passes' is given again, first on line 1; line 4: 'oops' is not NAME = VALUE
         [monitor]&passes=1&seconds=2&give-up=maybe | monitor                                                       | line 4: --give-up 'maybe': give on or off; --passes and --seconds
-        [read]&tags=x                              | monitor                                                       | line 2: there is no option 'tags' of a command 'read'
+        [read]&tags=x                              | monitor                                                       | line 2: 'read' has no option 'tags'
         config=x&help=1&TYPE=7                     | monitor                                                       | no option 'config'; no option 'help'; no option 'TYPE')")) {
         const QStringList faults = parse(row["arguments"], row["lines"]).faults;
         const QStringList expected = QString(row["faults"]).split("; ", Qt::SkipEmptyParts);
