@@ -26,7 +26,7 @@ QByteArray readReply(int station, int registers);
 
 struct Work {
     const char *name;
-    const char *counts;                           // what its size counts
+    const char *counts;                                 // what its size counts
     std::function<std::function<void()>(int)> prepare;  // size: what is to be done once more with each call
 };
 
