@@ -34,8 +34,7 @@ bool serveQueue(QList<RW_VAR> &queue, int &served, Builder build, RequestKind ki
     if (queue.isEmpty()) {
         return false;
     }
-    RW_VAR request = queue.at(0);
-    build(&request);
+    build(&queue.first());
     PLC_driver.comType = kind;
     ++served;
     return true;
@@ -49,9 +48,8 @@ void serveCyclicList() {
             list.move(0, list.size() - 1);
             continue;
         }
-        RW_VAR request = list.at(0);
-        list.first().retValue = kInFlight;
-        readBuilder()(&request);
+        readBuilder()(&list.first());
+        list.first().retValue = kInFlight;  // the request keeps the value from before
         PLC_driver.comType = kCyclicRead;
         PLC_driver.writeTimes = 0;
         PLC_driver.onceReadTimes = 0;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "vars/address_text.h"
 #include "vars/request_merge.h"
 #include "vars/request_pieces.h"
 #include "vars/variable_record.h"
@@ -22,7 +23,7 @@ qint64 endOf(const RW_VAR &var) {
 
 // Fills work with the entry's variable, normalised. False: the entry is to be left out.
 bool fillVariable(const ReadVarEntry &entry, const ComInfo &comInfo, RW_VAR &work) {
-    const int address = StringAddressToInt(entry.elemType, entry.addressText);
+    const int address = elementAddress(entry.elemType, entry.addressText);
     const int station = stationInForce(comInfo, entry.station);
     if (address < 0 || station == 0 || entry.count > kMaxElementCount) {
         return false;
