@@ -1,5 +1,4 @@
-#include "vars/Func_Initi.h"
-
+// How variables and requests enter the driver's lists.
 #include <QtCore/QMutexLocker>
 
 #include "driver/Communication_Protocol.h"
@@ -21,26 +20,17 @@ int ReCreatReadVarList(QList<ReadVarEntry> *entries) {
     if (!PLC_driver.comInfo || !entries) {
         return 0;
     }
-    QMutexLocker lock(&PLC_driver.listMutex);
-    PLC_driver.readVarList.clear();
     const QList<ReadVarEntry> &hostEntries = *entries;
-    if (hostEntries.isEmpty()) {
-        return 0;
-    }
-    ComInfo &comInfo = *PLC_driver.comInfo;
-    PLC_driver.readCycleCount = 0;
-    comInfo.cycleDone = 0;
-    const int maxGroupLength = comInfo.maxGroupLength;  // once: the host may change it meanwhile
-    QList<QList<RW_VAR>> groups = sortedGroups(hostEntries, comInfo);
-    for (QList<RW_VAR> &group : groups) {
-        BitVarReCreat(&group, frameLimit(maxGroupLength, group.at(0).elemType));
+    const ComInfo settings = *PLC_driver.comInfo;  // once: the host may change its record meanwhile
+    QList<RW_VAR> requests = cyclicRequests(hostEntries, settings);
+    // Built aside: only the exchange of the lists keeps others waiting, and what leaves is freed after the lock.
+    QMutexLocker lock(&PLC_driver.listMutex);
+    PLC_driver.readVarList.swap(requests);
+    if (!hostEntries.isEmpty()) {
+        PLC_driver.readCycleCount = 0;
+        PLC_driver.comInfo->cycleDone = 0;
     }
     return PLC_driver.readVarList.size();
-}
-
-void BitVarReCreat(QList<RW_VAR> *group, int limit) {
-    Q_ASSERT(isHeld(PLC_driver.listMutex));
-    appendMerged(PLC_driver.readVarList, *group, limit);
 }
 
 int AddListReadVar(RW_VAR *var) {
