@@ -5,21 +5,13 @@
 EntryRun::EntryRun(ValueCache &cache, int station, int entryType, qint64 address)
     : cache_(cache),
       area_((static_cast<unsigned int>(station) & 0xFFu) << 24 | (static_cast<unsigned int>(entryType) & 0xFFu) << 16),
-      address_(static_cast<unsigned int>(address & 0xFFFF)) {}
-
-CacheKey EntryRun::nextKey() const {
-    const CacheKey key = {area_ | (address_ & 0xFFFFu)};
-    return key;
+      address_(static_cast<unsigned int>(address & 0xFFFF)) {
+    cache.detach();
 }
 
-char *EntryRun::next() {
-    const CacheKey key = nextKey();
-    ++address_;
-    ValueCache::iterator entry = cache_.find(key);
-    if (entry == cache_.end()) {
-        entry = cache_.insert(key, QByteArray(cacheEntrySize(int(area_ >> 16 & 0xFFu)), '\0'));
-    }
-    return entry.value().data();
+char *EntryRun::create(CacheKey key) {
+    const int entryType = int(key.bits >> 16 & 0xFFu);
+    return cache_.insert(key, QByteArray(cacheEntrySize(entryType), '\0')).value().data();
 }
 
 unsigned int findEntry(ValueCache &cache, int station, int entryType, qint64 address) {

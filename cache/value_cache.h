@@ -42,11 +42,26 @@ public:
 
     /// The bytes of the next entry, low byte first; they stay valid until another entry is asked for. An element
     /// without an entry gets one of zeros.
-    char *next();
+    char *next() {
+        const CacheKey key = nextKey();
+        ++address_;
+        const ValueCache &entries = cache_;
+        const ValueCache::const_iterator entry = entries.constFind(key);
+        if (entry == entries.constEnd()) {
+            return create(key);
+        }
+        // The cache was detached by the constructor. A find that is not const would look after that twice more.
+        return const_cast<QByteArray &>(entry.value()).data();
+    }
 
-    CacheKey nextKey() const;
+    CacheKey nextKey() const {
+        const CacheKey key = {area_ | (address_ & 0xFFFFu)};
+        return key;
+    }
 
 private:
+    char *create(CacheKey key);
+
     ValueCache &cache_;
     unsigned int area_;     // station and type
     unsigned int address_;  // of the next entry
