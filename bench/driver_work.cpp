@@ -5,6 +5,27 @@
 
 namespace {
 
+enum Order { kShuffled, kSorted };
+
+// 2 registers each, 3 apart: neighbours share requests.
+QList<ReadVarEntry> variables(int count, Order order) {
+    QList<ReadVarEntry> entries;
+    for (int i = 0; i < count; ++i) {
+        const int place = order == kSorted ? i : int(qint64(i) * 7919 % count);
+        ReadVarEntry entry = ReadVarEntry();
+        entry.elemType = 10;
+        entry.addressText = QString::number(place * 3);
+        entry.count = 2;
+        entries.append(entry);
+    }
+    return entries;
+}
+
+QByteArray withCrc(QByteArray frame) {
+    const int crc = CalCRC(reinterpret_cast<unsigned char *>(frame.data()), static_cast<unsigned short>(frame.size()));
+    return frame.append(char(crc & 0xFF)).append(char(crc >> 8));
+}
+
 void expect(bool good, const char *what) {
     if (!good) {
         throw std::runtime_error(what);
@@ -25,7 +46,11 @@ std::function<void()> cyclicRead(int registers) {
 std::function<void()> rotation(int requests) {
     bindHost();
     fillCyclicList(requests, 1);
-    return [reply = readReply(1, 1)]() mutable { exchange(reply); };
+    QByteArray reply = readReply(1, 1);
+    for (int i = 0; i < requests; ++i) {  // the room that the list had left behind its tail is used up
+        exchange(reply);
+    }
+    return [reply]() mutable { exchange(reply); };
 }
 
 std::function<void()> allDisabled(int requests) {
@@ -108,19 +133,6 @@ ComInfo &bindHost() {
     return settings;
 }
 
-QList<ReadVarEntry> variables(int count, Order order) {
-    QList<ReadVarEntry> entries;
-    for (int i = 0; i < count; ++i) {
-        const int place = order == kSorted ? i : int(qint64(i) * 7919 % count);
-        ReadVarEntry entry = ReadVarEntry();
-        entry.elemType = 10;
-        entry.addressText = QString::number(place * 3);
-        entry.count = 2;
-        entries.append(entry);
-    }
-    return entries;
-}
-
 void fillCyclicList(int count, int registers, int stations) {
     RW_VAR request = RW_VAR();
     request.itemId = -1;
@@ -131,11 +143,6 @@ void fillCyclicList(int count, int registers, int stations) {
         request.station = i % stations + 1;
         AddListReadVar(&request);
     }
-}
-
-QByteArray withCrc(QByteArray frame) {
-    const int crc = CalCRC(reinterpret_cast<unsigned char *>(frame.data()), static_cast<unsigned short>(frame.size()));
-    return frame.append(char(crc & 0xFF)).append(char(crc >> 8));
 }
 
 QByteArray readReply(int station, int registers) {
@@ -158,4 +165,13 @@ const std::vector<Work> &allWork() {
         {"crc", "bytes", crc},
     };
     return work;
+}
+
+const Work &workNamed(const std::string &name) {
+    for (const Work &work : allWork()) {
+        if (work.name == name) {
+            return work;
+        }
+    }
+    throw std::runtime_error("no such work: " + name);
 }

@@ -8,18 +8,11 @@
 
 #include "korvel_dravo_port.h"
 
-enum Order { kShuffled, kSorted };
-
 /// A driver with empty lists, bound to settings that stay its own: 120 elements a frame, device writes.
 ComInfo &bindHost();
 
-/// count variables of 2 registers, 3 apart: neighbours share requests.
-QList<ReadVarEntry> variables(int count, Order order);
-
 /// The cyclic list: count requests of so many registers, station 1 to stations in turn.
 void fillCyclicList(int count, int registers, int stations = 1);
-
-QByteArray withCrc(QByteArray frame);
 
 /// A good reply of the controller to a read of so many registers.
 QByteArray readReply(int station, int registers);
@@ -31,5 +24,8 @@ struct Work {
 };
 
 const std::vector<Work> &allWork();
+
+/// Throws when there is none of that name.
+const Work &workNamed(const std::string &name);
 
 #endif  // DRAVO_BENCH_DRIVER_WORK_H

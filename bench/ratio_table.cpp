@@ -35,7 +35,8 @@ void RatioTable::ReportRuns(const std::vector<Run> &runs) {
         const std::string &name = run.run_name.function_name;
         const size_t first = name.find('/');
         const size_t second = name.find('/', first + 1);
-        if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median" && second != std::string::npos) {
+        const bool counts = run.repetitions > 1 ? run.aggregate_name == "median" : run.run_type == Run::RT_Iteration;
+        if (counts && second != std::string::npos) {
             const double seconds = run.cpu_accumulated_time / double(run.iterations);
             add(name.substr(0, first), name.substr(first + 1, second - first - 1), std::stol(name.substr(second + 1)),
                 seconds * 1e9);
