@@ -27,17 +27,18 @@ quint64 placeOf(int ownStation, const RW_VAR &work) {
 }  // namespace
 
 std::vector<CyclicVariable> sortedVariables(const QList<ReadVarEntry> &entries, const ComInfo &comInfo) {
-    std::vector<CyclicVariable> variables;
-    variables.reserve(size_t(entries.size()));
+    std::vector<CyclicVariable> variables(size_t(entries.size()));  // its whole room at once
+    std::vector<CyclicVariable>::iterator next = variables.begin();
     RW_VAR work = RW_VAR();
     for (int i = 0; i < entries.size(); ++i) {
         const ReadVarEntry &entry = entries.at(i);  // only looked at: it may be longer than the fields known here
         if (normalise(entry, comInfo, work)) {
             const int ownStation = comInfo.useVarStation ? entry.station : 0;
             const CyclicVariable variable = {placeOf(ownStation, work), work.count, i};
-            variables.push_back(variable);
+            *next++ = variable;
         }
     }
+    variables.erase(next, variables.end());
     std::sort(variables.begin(), variables.end(), comesFirst);
     return variables;
 }
