@@ -180,6 +180,9 @@ void growth() {
     for (int size = 10; size <= 1000000; size = size * (size == 10 ? 100 : 10)) {
         work("exchange in a list of requests", "rotation", size);
     }
+    for (const int waiting : {10, 1000, 30000}) {
+        work("write with others waiting", "queued_write", waiting);
+    }
     work("idle call with every request disabled", "all_disabled", 100000);
     for (const int stations : {1, 10, 100, 200}) {
         work("read of 32 among stations of 8,000", "station_read", stations);

@@ -105,6 +105,31 @@ std::function<void()> writeRegister(int registers) {
     };
 }
 
+// One write is answered and another queued, as they stand: so many wait all the time.
+std::function<void()> queuedWrite(int waiting) {
+    bindHost();
+    RW_VAR write = RW_VAR();
+    write.accessFlag = write.station = write.count = 1;
+    write.elemType = 7;
+    write.address = 100;
+    write.data = QByteArray(2, 'x');
+    const auto queueOne = [write]() mutable {
+        ++write.itemId;
+        AddListWriteVar(&write, 1);
+    };
+    std::function<void()> queue = queueOne;
+    for (int i = 0; i < waiting; ++i) {
+        queue();
+    }
+    return [queue, reply = withCrc(QByteArray("\x01\x06\x00\x64xx", 6))]() mutable {
+        queue();
+        if (!ComCommunication()) {
+            ComCommunication();
+        }
+        expect(DataCom(&reply, reply.size())->retValue == kResultGood, "the reply was not taken");
+    };
+}
+
 std::function<void()> rebuild(int count, Order order) {
     bindHost();
     const auto entries = std::make_shared<QList<ReadVarEntry>>(variables(count, order));
@@ -127,9 +152,15 @@ ComInfo &bindHost() {
     settings.defaultStation = 1;
     settings.writeMode = 2;
     SetComInfo(&settings);
-    EnableEthernet(-1, 1);
     QList<ReadVarEntry> none;
     ReCreatReadVarList(&none);
+    EnableEthernet(1, 0);  // its writes are dropped
+    for (int idleCalls = 0; idleCalls < 2; ++idleCalls) {
+        while (ComCommunication()) {
+            DataCom(nullptr, 0);
+        }
+    }
+    EnableEthernet(-1, 1);
     return settings;
 }
 
@@ -160,6 +191,7 @@ const std::vector<Work> &allWork() {
         {"station_read", "stations", stationRead},
         {"set_register", "registers", setRegister},
         {"write_register", "registers", writeRegister},
+        {"queued_write", "writes waiting", queuedWrite},
         {"rebuild", "variables", [](int count) { return rebuild(count, kShuffled); }},
         {"sorted_rebuild", "variables", [](int count) { return rebuild(count, kSorted); }},
         {"crc", "bytes", crc},
