@@ -28,7 +28,7 @@ void storeBits(EntryRun run, const ReplyData &data, int count) {
 }
 
 void storeWords(EntryRun run, const ReplyData &data) {
-    const char *const end = data.bytes + data.size / 2 * 2;
+    const char *const end = data.bytes + (data.size - data.size % 2);
     for (const char *from = data.bytes; from != end; from += 2) {
         std::reverse_copy(from, from + 2, run.next());
     }
@@ -40,7 +40,7 @@ void storeWords(EntryRun run, const ReplyData &data) {
 }
 
 void storeDoubleWords(EntryRun run, const ReplyData &data) {
-    const char *const end = data.bytes + data.size / 4 * 4;
+    const char *const end = data.bytes + (data.size - data.size % 4);
     for (const char *from = data.bytes; from != end; from += 4) {
         std::reverse_copy(from, from + 4, run.next());
     }

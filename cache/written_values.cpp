@@ -57,15 +57,15 @@ void storeWritten(ValueCache &cache, RW_VAR &var) {
             storeBits(run, var.data, count);
             break;
         case dravo::WordClass:
-            padTo(var.data, count * 2);
+            padTo(var.data, qint64(count) * 2);
             storeElements<2>(run, var.data.constData(), count);
             break;
         case dravo::DoubleWordClass:
-            padTo(var.data, count * 4);
+            padTo(var.data, qint64(count) * 4);
             storeElements<4>(run, var.data.constData(), count);
             break;
         case dravo::WordPairClass:
-            padTo(var.data, count * 4);
+            padTo(var.data, qint64(count) * 4);
             storePairs(run, var.data.constData(), count);
             break;
         case dravo::BitInWordClass:

@@ -41,7 +41,8 @@ unsigned int sameRemainder(const unsigned char *data, unsigned int words) {
     unsigned int rest = wordAt(data) ^ 0xFFFFu;
     unsigned int allBits = rest;
     for (unsigned int i = 1; i < words; ++i) {
-        const unsigned int word = wordAt(data + 4 * i);
+        data += 4;
+        const unsigned int word = wordAt(data);
         const unsigned int carried = rest ^ rest << 28 ^ rest << 30;
         rest = word ^ carried >> 4 ^ carried >> 2;
         allBits ^= word;
