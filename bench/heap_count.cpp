@@ -39,10 +39,13 @@ HeapCount countHeap(const std::function<void()> &work) {
 
 extern "C" {
 
+// The C library's own, below the names that are replaced.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 void *__libc_malloc(size_t size);
 void *__libc_calloc(size_t count, size_t size);
 void *__libc_realloc(void *block, size_t size);
 void __libc_free(void *block);
+// NOLINTEND(bugprone-reserved-identifier)
 
 void *malloc(size_t size) {
     return taken(__libc_malloc(size));
