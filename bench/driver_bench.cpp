@@ -201,10 +201,10 @@ int main(int argc, char **argv) {
     QCoreApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     RegisterBenchmark("first read of 800,000 registers/driver/800000", firstReads)->Iterations(1)->Repetitions(1);
-    for (const int registers : {1, 32, 120}) {
-        inMemory(registers);
-        onTerminals(registers);
-        values(registers);
+    for (const auto compare : {inMemory, onTerminals, values}) {
+        for (const int registers : {1, 32, 120}) {
+            compare(registers);
+        }
     }
     work("write of a register", "write_register", 1);
     work("write of registers", "write_register", 120);
@@ -214,5 +214,5 @@ int main(int argc, char **argv) {
     growth();
     RatioTable table(benchmark::ConsoleReporter::OO_Tabular);
     benchmark::RunSpecifiedBenchmarks(&table);
-    return 0;
+    return table.hasErrors() ? 1 : 0;
 }

@@ -32,6 +32,7 @@ double exponent(const std::vector<std::pair<double, double>> &points) {
 void RatioTable::ReportRuns(const std::vector<Run> &runs) {
     ConsoleReporter::ReportRuns(runs);
     for (const Run &run : runs) {
+        hasErrors_ = hasErrors_ || run.error_occurred;
         const std::string &name = run.run_name.function_name;
         const size_t first = name.find('/');
         const size_t second = name.find('/', first + 1);

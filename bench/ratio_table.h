@@ -18,6 +18,9 @@ public:
     void ReportRuns(const std::vector<Run> &runs) override;
     void Finalize() override;
 
+    /// Whether any benchmark ended with an error.
+    bool hasErrors() const { return hasErrors_; }
+
 private:
     struct Row {
         std::string what;
@@ -28,6 +31,7 @@ private:
 
     std::vector<Row> rows_;
     std::vector<std::string> notes_;  // counters of runs
+    bool hasErrors_ = false;
 };
 
 #endif  // DRAVO_BENCH_RATIO_TABLE_H
