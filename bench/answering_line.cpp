@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sched.h>
 #include <sys/select.h>
+#include <sys/socket.h>
 #include <sys/syscall.h>
 #include <termios.h>
 #include <unistd.h>
@@ -25,6 +26,25 @@ int checked(int result, const char *what) {
         throw std::runtime_error(what);
     }
     return result;
+}
+
+// The thread of a controller; ends when the other side is closed.
+void answer(int controller, const QByteArray &reply) {
+    char request[256];
+    ssize_t missing = kRequestBytes;
+    for (;;) {
+        const ssize_t got = read(controller, request, sizeof request);
+        if (got <= 0) {
+            return;
+        }
+        missing -= got;
+        if (missing <= 0) {
+            missing = kRequestBytes;
+            if (write(controller, reply.constData(), size_t(reply.size())) != reply.size()) {
+                return;
+            }
+        }
+    }
 }
 
 }  // namespace
@@ -70,46 +90,56 @@ int select(int count, fd_set *reads, fd_set *writes, fd_set *exceptions, timeval
 
 }  // extern "C"
 
-PtyLine::PtyLine(const QByteArray &reply)
-    : controller_(checked(posix_openpt(O_RDWR | O_NOCTTY), "no pseudo-terminal")) {
-    checked(grantpt(controller_), "grantpt");
-    checked(unlockpt(controller_), "unlockpt");
-    path_ = ptsname(controller_);
+ThreadLine::ThreadLine() {
+    checked(sched_getaffinity(0, sizeof processors_, reinterpret_cast<cpu_set_t *>(processors_)), "processors");
+    cpu_set_t one;
+    CPU_ZERO(&one);
+    CPU_SET(size_t(sched_getcpu()), &one);
+    checked(sched_setaffinity(0, sizeof one, &one), "one processor");  // new threads stay there, too
+}
+
+ThreadLine::~ThreadLine() {
+    sched_setaffinity(0, sizeof processors_, reinterpret_cast<cpu_set_t *>(processors_));
+}
+
+void ThreadLine::start(int controller, const QByteArray &reply) {
+    controller_ = controller;
+    thread_ = std::thread(answer, controller, reply);
+}
+
+void ThreadLine::finish() {
+    thread_.join();
+    close(controller_);
+}
+
+SocketLine::SocketLine(const QByteArray &reply) {
+    int sides[2];
+    checked(socketpair(AF_UNIX, SOCK_STREAM, 0, sides), "sockets");
+    host_ = sides[0];
+    const timeval second = {1, 0};
+    checked(setsockopt(host_, SOL_SOCKET, SO_RCVTIMEO, &second, sizeof second), "timeout of a socket");
+    start(sides[1], reply);
+}
+
+SocketLine::~SocketLine() {
+    close(host_);
+    finish();
+}
+
+PtyLine::PtyLine(const QByteArray &reply) {
+    const int controller = checked(posix_openpt(O_RDWR | O_NOCTTY), "no pseudo-terminal");
+    checked(grantpt(controller), "grantpt");
+    checked(unlockpt(controller), "unlockpt");
+    path_ = ptsname(controller);
     open_ = checked(open(path_.c_str(), O_RDWR | O_NOCTTY), "pseudo-terminal");
     termios settings;
     checked(tcgetattr(open_, &settings), "tcgetattr");
     cfmakeraw(&settings);
     checked(tcsetattr(open_, TCSANOW, &settings), "tcsetattr");
-    checked(sched_getaffinity(0, sizeof processors_, reinterpret_cast<cpu_set_t *>(processors_)), "processors");
-    cpu_set_t one;
-    CPU_ZERO(&one);
-    CPU_SET(size_t(sched_getcpu()), &one);
-    checked(sched_setaffinity(0, sizeof one, &one), "one processor");  // the new thread stays there, too
-    thread_ = std::thread(&PtyLine::answer, this, reply);
+    start(controller, reply);
 }
 
 PtyLine::~PtyLine() {
     close(open_);
-    // The last host has closed its side, too: the controller's read fails and its thread ends.
-    thread_.join();
-    close(controller_);
-    sched_setaffinity(0, sizeof processors_, reinterpret_cast<cpu_set_t *>(processors_));
-}
-
-void PtyLine::answer(const QByteArray &reply) const {
-    char request[256];
-    ssize_t missing = kRequestBytes;
-    for (;;) {
-        const ssize_t got = read(controller_, request, sizeof request);
-        if (got <= 0) {
-            return;
-        }
-        missing -= got;
-        if (missing <= 0) {
-            missing = kRequestBytes;
-            if (write(controller_, reply.constData(), size_t(reply.size())) != reply.size()) {
-                return;
-            }
-        }
-    }
+    finish();
 }

@@ -1,5 +1,5 @@
-// Two lines with a controller that answers every request at once with the same reply: one inside the process, without a
-// system call, one over a pseudo-terminal and a thread.
+// Lines with a controller that answers every request at once with the same reply: inside the process without a system
+// call, over a pair of sockets, over a pseudo-terminal.
 #ifndef DRAVO_BENCH_ANSWERING_LINE_H
 #define DRAVO_BENCH_ANSWERING_LINE_H
 
@@ -22,25 +22,49 @@ private:
     int descriptor_;
 };
 
-/// A pseudo-terminal in raw mode; the controller sits on its other side. Keeps the thread that makes it, and the
-/// controller, on one processor: between two, waking the other costs more than the exchange, or less, from run to run.
-class PtyLine {
+/// A controller in a thread of its own, on the processor of the thread that makes it; that one stays there, too, while
+/// the line exists: between two processors, waking the other costs more than the exchange, or less, from run to run.
+class ThreadLine {
+public:
+    ThreadLine(const ThreadLine &) = delete;
+    ThreadLine &operator=(const ThreadLine &) = delete;
+
+protected:
+    ThreadLine();
+    ~ThreadLine();
+
+    void start(int controller, const QByteArray &reply);
+    void finish();  // once the host's side is closed
+
+private:
+    unsigned long processors_[16];  // where the thread may run otherwise
+    int controller_ = -1;
+    std::thread thread_;
+};
+
+/// A pair of sockets: nothing but the calls of the host and the change to the controller and back.
+class SocketLine : ThreadLine {
+public:
+    explicit SocketLine(const QByteArray &reply);
+    ~SocketLine();
+
+    int descriptor() const { return host_; }  // gives up a read after a second
+
+private:
+    int host_;
+};
+
+/// A pseudo-terminal in raw mode. A worker of the kernel passes its bytes on, from whichever processor.
+class PtyLine : ThreadLine {
 public:
     explicit PtyLine(const QByteArray &reply);
     ~PtyLine();
-    PtyLine(const PtyLine &) = delete;
-    PtyLine &operator=(const PtyLine &) = delete;
 
     const std::string &path() const { return path_; }
 
 private:
-    void answer(const QByteArray &reply) const;
-
-    int controller_;
-    unsigned long processors_[16];  // where the thread may run otherwise
-    int open_;                      // keeps the terminal alive between two hosts
+    int open_;  // keeps the terminal alive between two hosts
     std::string path_;
-    std::thread thread_;
 };
 
 #endif  // DRAVO_BENCH_ANSWERING_LINE_H

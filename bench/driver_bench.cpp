@@ -46,6 +46,17 @@ void inMemory(int registers) {
     });
 }
 
+void onSockets(int registers) {
+    RegisterBenchmark(nameOf("exchange on a socket", "driver", registers).c_str(), [=](State &state) {
+        const SocketLine line(readReply(1, registers));
+        exchanges(state, *driverHost(registers, line.descriptor()));
+    });
+    RegisterBenchmark(nameOf("exchange on a socket", "libmodbus", registers).c_str(), [=](State &state) {
+        const SocketLine line(readReply(1, registers));
+        exchanges(state, *libmodbusHost(registers, line.descriptor()));
+    });
+}
+
 template <typename MakeHost>
 void overTerminal(const char *who, int registers, MakeHost makeHost) {
     RegisterBenchmark(nameOf("exchange on a terminal", who, registers).c_str(), [=](State &state) {
@@ -201,7 +212,7 @@ int main(int argc, char **argv) {
     QCoreApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     RegisterBenchmark("first read of 800,000 registers/driver/800000", firstReads)->Iterations(1)->Repetitions(1);
-    for (const auto compare : {inMemory, onTerminals, values}) {
+    for (const auto compare : {inMemory, onSockets, onTerminals, values}) {
         for (const int registers : {1, 32, 120}) {
             compare(registers);
         }

@@ -29,22 +29,13 @@ private:
     QByteArray reply_;
 };
 
-// A host whose port gives up a read after a second without a byte, so that it needs no other call to wait.
-class DriverOnTerminal : public Host {
+// A host whose port gives up a read by itself, so that it needs no other call to wait.
+class DriverOnPort : public Host {
 public:
-    DriverOnTerminal(int registers, const std::string &path) : port_(open(path.c_str(), O_RDWR | O_NOCTTY)) {
-        termios settings;
-        if (port_ < 0 || tcgetattr(port_, &settings) != 0) {
-            throw std::runtime_error(path);
-        }
-        cfmakeraw(&settings);
-        settings.c_cc[VMIN] = 0;
-        settings.c_cc[VTIME] = 10;
-        tcsetattr(port_, TCSANOW, &settings);
+    DriverOnPort(int registers, int port) : port_(port) {
         bindHost();
         fillCyclicList(1, registers);
     }
-    ~DriverOnTerminal() override { close(port_); }
     bool exchange() override {
         const Protocol *request = ComCommunication();
         if (!request || write(port_, request->frame.constData(), size_t(request->frameLength)) < 0) {
@@ -62,9 +53,27 @@ public:
         return DataCom(&reply_, received)->retValue == kResultGood;
     }
 
-private:
+protected:
     int port_;
+
+private:
     QByteArray reply_;
+};
+
+class DriverOnTerminal : public DriverOnPort {
+public:
+    DriverOnTerminal(int registers, const std::string &path)
+        : DriverOnPort(registers, open(path.c_str(), O_RDWR | O_NOCTTY)) {
+        termios settings;
+        if (port_ < 0 || tcgetattr(port_, &settings) != 0) {
+            throw std::runtime_error(path);
+        }
+        cfmakeraw(&settings);
+        settings.c_cc[VMIN] = 0;
+        settings.c_cc[VTIME] = 10;
+        tcsetattr(port_, TCSANOW, &settings);
+    }
+    ~DriverOnTerminal() override { close(port_); }
 };
 
 class Libmodbus : public Host {
@@ -126,6 +135,10 @@ private:
 
 std::unique_ptr<Host> driverHost(int registers) {
     return std::make_unique<DriverInMemory>(registers);
+}
+
+std::unique_ptr<Host> driverHost(int registers, int descriptor) {
+    return std::make_unique<DriverOnPort>(registers, descriptor);
 }
 
 std::unique_ptr<Host> driverHost(int registers, const std::string &path) {

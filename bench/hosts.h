@@ -17,11 +17,13 @@ public:
     virtual bool exchange() = 0;
 };
 
-/// The driver with the reply passed from memory, or with a host's loop around a terminal.
+/// The driver with the reply passed from memory, or with a host's loop around a descriptor, which gives up a read after
+/// a while, or around a terminal.
 std::unique_ptr<Host> driverHost(int registers);
+std::unique_ptr<Host> driverHost(int registers, int descriptor);
 std::unique_ptr<Host> driverHost(int registers, const std::string &path);
 
-/// libmodbus on a descriptor that answers, or on a terminal.
+/// libmodbus on a descriptor, or on a terminal.
 std::unique_ptr<Host> libmodbusHost(int registers, int descriptor);
 std::unique_ptr<Host> libmodbusHost(int registers, const std::string &path);
 

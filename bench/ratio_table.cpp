@@ -14,6 +14,16 @@ std::string timeText(double nanoseconds) {
     return text;
 }
 
+std::string countersText(const benchmark::UserCounters &counters) {
+    std::string text;
+    for (const auto &[name, counter] : counters) {
+        char value[32];
+        std::snprintf(value, sizeof value, " %.4g", counter.value);
+        text += (text.empty() ? "" : ", ") + name + value;
+    }
+    return text;
+}
+
 // Slope of the logarithms, by least squares.
 double exponent(const std::vector<std::pair<double, double>> &points) {
     double x = 0, y = 0, xx = 0, xy = 0;
@@ -36,42 +46,43 @@ void RatioTable::ReportRuns(const std::vector<Run> &runs) {
         const std::string &name = run.run_name.function_name;
         const size_t first = name.find('/');
         const size_t second = name.find('/', first + 1);
-        const bool counts = run.repetitions > 1 ? run.aggregate_name == "median" : run.run_type == Run::RT_Iteration;
-        if (counts && second != std::string::npos) {
+        if (run.run_type == Run::RT_Iteration && !run.error_occurred && second != std::string::npos) {
             const double seconds = run.cpu_accumulated_time / double(run.iterations);
-            add(name.substr(0, first), name.substr(first + 1, second - first - 1), std::stol(name.substr(second + 1)),
-                seconds * 1e9);
-            for (const auto &[counter, value] : run.counters) {
-                char text[200];
-                std::snprintf(text, sizeof text, "%s: %s %.4g", name.c_str(), counter.c_str(), value.value);
-                notes_.emplace_back(text);
-            }
+            add(name.substr(0, first), std::stol(name.substr(second + 1)),
+                {name.substr(first + 1, second - first - 1), seconds * 1e9, countersText(run.counters)});
         }
     }
 }
 
-void RatioTable::add(const std::string &what, const std::string &who, long size, double nanoseconds) {
-    const auto fits = [&](const Row &row) { return row.what == what && row.size == size; };
-    auto row = std::find_if(rows_.begin(), rows_.end(), fits);
+void RatioTable::add(const std::string &what, long size, const Time &time) {
+    auto row = std::find_if(rows_.begin(), rows_.end(), [&](const Row &r) { return r.what == what && r.size == size; });
     if (row == rows_.end()) {
         row = rows_.insert(row, Row{what, size, {}});
     }
-    row->times.emplace_back(who, nanoseconds);
+    std::vector<Time> &times = row->times;
+    const auto known = std::find_if(times.begin(), times.end(), [&](const Time &t) { return t.who == time.who; });
+    if (known == times.end()) {
+        times.push_back(time);
+    } else if (time.nanoseconds < known->nanoseconds) {
+        *known = time;
+    }
 }
 
 void RatioTable::Finalize() {
-    std::printf("\n| work | size | driver | beside it | ratio |\n|---|---|---|---|---|\n");
+    std::printf("\n| work | size | driver | beside it | ratio | counted |\n|---|---|---|---|---|---|\n");
     std::map<std::string, std::vector<std::pair<double, double>>> growth;
     for (const Row &row : rows_) {
-        const double own = row.times.front().second;
+        const Time &own = row.times.front();
         if (row.times.size() == 1) {
-            std::printf("| %s | %ld | %s | | |\n", row.what.c_str(), row.size, timeText(own).c_str());
-            growth[row.what].emplace_back(row.size, own);
+            std::printf("| %s | %ld | %s | | | %s |\n", row.what.c_str(), row.size, timeText(own.nanoseconds).c_str(),
+                        own.counters.c_str());
+            growth[row.what].emplace_back(row.size, own.nanoseconds);
         }
         for (size_t i = 1; i < row.times.size(); ++i) {
-            const auto &[who, time] = row.times[i];
-            std::printf("| %s | %ld | %s | %s %s | %.2f |\n", row.what.c_str(), row.size, timeText(own).c_str(),
-                        who.c_str(), timeText(time).c_str(), own / time);
+            const Time &other = row.times[i];
+            std::printf("| %s | %ld | %s | %s %s | %.2f | %s |\n", row.what.c_str(), row.size,
+                        timeText(own.nanoseconds).c_str(), other.who.c_str(), timeText(other.nanoseconds).c_str(),
+                        own.nanoseconds / other.nanoseconds, own.counters.c_str());
         }
     }
     std::printf("\n");
@@ -79,8 +90,5 @@ void RatioTable::Finalize() {
         if (points.size() > 2) {
             std::printf("- %s: time grows with the power %.2f of the size\n", what.c_str(), exponent(points));
         }
-    }
-    for (const std::string &note : notes_) {
-        std::printf("- %s\n", note.c_str());
     }
 }

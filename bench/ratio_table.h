@@ -10,7 +10,8 @@
 
 /// Takes benchmarks named what/who/size and prints, when all have run, a row for each what and size: the time of each
 /// who and the ratio of the first to the others. Of a what with one who alone and three sizes or more it prints the
-/// exponent with which time grows. Times are the medians of the repetitions, of the thread that works.
+/// exponent with which time grows. Times are of the thread that works and the least of the repetitions: what else the
+/// machine does only adds to them.
 class RatioTable : public benchmark::ConsoleReporter {
 public:
     using ConsoleReporter::ConsoleReporter;
@@ -22,15 +23,19 @@ public:
     bool hasErrors() const { return hasErrors_; }
 
 private:
+    struct Time {
+        std::string who;
+        double nanoseconds;
+        std::string counters;
+    };
     struct Row {
         std::string what;
         long size;
-        std::vector<std::pair<std::string, double>> times;  // who, nanoseconds
+        std::vector<Time> times;
     };
-    void add(const std::string &what, const std::string &who, long size, double nanoseconds);
+    void add(const std::string &what, long size, const Time &time);
 
     std::vector<Row> rows_;
-    std::vector<std::string> notes_;  // counters of runs
     bool hasErrors_ = false;
 };
 
