@@ -28,6 +28,15 @@ int checked(int result, const char *what) {
     return result;
 }
 
+// One of the set after the other with each call.
+size_t nextProcessor(const cpu_set_t &set) {
+    static size_t processor = 0;
+    do {
+        processor = (processor + 1) % CPU_SETSIZE;
+    } while (!CPU_ISSET(processor, &set));
+    return processor;
+}
+
 // The thread of a controller; ends when the other side is closed.
 void answer(int controller, const QByteArray &reply) {
     char request[256];
@@ -94,7 +103,7 @@ ThreadLine::ThreadLine() {
     checked(sched_getaffinity(0, sizeof processors_, reinterpret_cast<cpu_set_t *>(processors_)), "processors");
     cpu_set_t one;
     CPU_ZERO(&one);
-    CPU_SET(size_t(sched_getcpu()), &one);
+    CPU_SET(nextProcessor(*reinterpret_cast<cpu_set_t *>(processors_)), &one);
     checked(sched_setaffinity(0, sizeof one, &one), "one processor");  // new threads stay there, too
 }
 

@@ -22,8 +22,8 @@ private:
     int descriptor_;
 };
 
-/// A controller in a thread of its own, on the processor of the thread that makes it; that one stays there, too, while
-/// the line exists: between two processors, waking the other costs more than the exchange, or less, from run to run.
+/// A controller in a thread of its own, and the thread that makes the line, on one processor while the line exists:
+/// between two, waking the other costs more than the exchange, or less, from run to run. Each line takes the next one.
 class ThreadLine {
 public:
     ThreadLine(const ThreadLine &) = delete;

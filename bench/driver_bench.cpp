@@ -58,18 +58,25 @@ void onSockets(int registers) {
 }
 
 template <typename MakeHost>
-void overTerminal(const char *who, int registers, MakeHost makeHost) {
-    RegisterBenchmark(nameOf("exchange on a terminal", who, registers).c_str(), [=](State &state) {
+auto *overTerminal(const char *who, int registers, MakeHost makeHost) {
+    return RegisterBenchmark(nameOf("exchange on a terminal", who, registers).c_str(), [=](State &state) {
         const PtyLine line(readReply(1, registers));
         const std::unique_ptr<Host> host = makeHost(registers, line.path());
         exchanges(state, *host);
     });
 }
 
+// Many short runs: some meet the kernel's worker on their own processor, see PtyLine. QtSerialBus waits 2 ms each time.
 void onTerminals(int registers) {
-    overTerminal("driver", registers, [](int n, const std::string &path) { return driverHost(n, path); });
-    overTerminal("libmodbus", registers, [](int n, const std::string &path) { return libmodbusHost(n, path); });
-    overTerminal("QtSerialBus", registers, [](int n, const std::string &path) { return qtSerialBusHost(n, path); });
+    overTerminal("driver", registers, [](int n, const std::string &path) { return driverHost(n, path); })
+        ->Iterations(2000)
+        ->Repetitions(25);
+    overTerminal("libmodbus", registers, [](int n, const std::string &path) { return libmodbusHost(n, path); })
+        ->Iterations(2000)
+        ->Repetitions(25);
+    overTerminal("QtSerialBus", registers, [](int n, const std::string &path) { return qtSerialBusHost(n, path); })
+        ->Iterations(100)
+        ->Repetitions(5);
 }
 
 // ---- values, beside bare containers ----
