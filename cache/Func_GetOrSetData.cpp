@@ -32,7 +32,7 @@ int GetRegisterData(const QString & /*firstArg*/, int elemType, const QString &a
     if (count > kMaxElementCount) {
         return 0;
     }
-    const int address = PLC_driver.comInfo ? StringAddressToInt(elemType, addressText) : kNoAddress;
+    const int address = PLC_driver.comInfo ? elementAddress(elemType, addressText) : kNoAddress;
     if (address < 0) {
         out = zeroValues(count);
         return 0;
@@ -49,7 +49,7 @@ int SetRegisterData(const QString &label, int elemType, const QString &addressTe
         return 0;
     }
     const ComInfo &comInfo = *PLC_driver.comInfo;
-    const int address = StringAddressToInt(elemType, addressText);
+    const int address = elementAddress(elemType, addressText);
     if (address < 0) {
         return 0;
     }

@@ -1,5 +1,7 @@
 #include "cache/host_values.h"
 
+#include <algorithm>
+
 #include "codec/element_types.h"
 #include "codec/frame_bytes.h"
 #include "codec/integers.h"
@@ -32,10 +34,40 @@ QByteArray switches(const QByteArray &values, int count) {
     return unpackedBits(packedBits(values, count), 0, qMax(count, 0));
 }
 
-QByteArray cachedBits(ValueCache &cache, int wordType, int station, int address, int count) {
-    QByteArray values;
+// The values of count entries, one behind the other.
+template <int entrySize>
+QByteArray cachedEntries(EntryRun run, int count) {
+    QByteArray values(count * entrySize, '\0');
+    char *out = values.data();
+    for (char *const end = out + values.size(); out != end; out += entrySize) {
+        std::copy_n(run.next(), entrySize, out);
+    }
+    return values;
+}
+
+// Two word entries to a value: the high half lies at the lower address.
+QByteArray cachedPairs(EntryRun run, int count) {
+    QByteArray values(count * 4, '\0');
+    char *out = values.data();
+    for (char *const end = out + values.size(); out != end; out += 4) {
+        std::copy_n(run.next(), 2, out + 2);
+        std::copy_n(run.next(), 2, out);
+    }
+    return values;
+}
+
+// Bits of word entries; each word is looked up once.
+QByteArray cachedBits(EntryRun run, int bit, int count) {
+    QByteArray values(count, '\0');
+    char *out = values.data();
+    const char *word = run.next();
     for (int i = 0; i < count; ++i) {
-        values.append(char(wordBit(cache, station, wordType, qint64(address) + i)));
+        if (bit == 16) {
+            bit = 0;
+            word = run.next();
+        }
+        out[i] = char(word[bit / 8] >> (bit % 8) & 1);
+        ++bit;
     }
     return values;
 }
@@ -47,23 +79,24 @@ QByteArray cachedValues(ValueCache &cache, int elemType, int station, int addres
     if (!type) {
         return zeroValues(count);
     }
-    QByteArray values;
-    const int entryType = type->registerType;
+    if (count < 1) {
+        return QByteArray();
+    }
+    const bool bits = type->elementClass == dravo::BitInWordClass;
+    const EntryRun run(cache, station, type->registerType, bits ? address / 16 : address);
     switch (type->elementClass) {
         case dravo::BitClass:
+            return cachedEntries<1>(run, count);
         case dravo::WordClass:
-            appendRun(cache, station, entryType, address, count, values);
-            break;
+            return cachedEntries<2>(run, count);
         case dravo::DoubleWordClass:
-            appendRun(cache, station, entryType, address, elementsOf(count, 2), values);
-            break;
+            return cachedEntries<4>(run, elementsOf(count, 2));
         case dravo::WordPairClass:
-            appendRun(cache, station, entryType, address, elementsOf(count, 2) * 2, values);
-            return swappedHalves(values);
+            return cachedPairs(run, elementsOf(count, 2));
         case dravo::BitInWordClass:
-            return cachedBits(cache, entryType, station, address, count);
+            return cachedBits(run, address % 16, count);
     }
-    return values;
+    return QByteArray();
 }
 
 QByteArray zeroValues(int count) {

@@ -6,7 +6,8 @@
 #include "cache/value_cache.h"
 
 /// The last known values: 1 byte per bit, 2 per register, 4 per 32-bit value, least significant byte first. Elements
-/// never seen are zeros. Of a type that has no values: count * 2 zero bytes.
+/// never seen are zeros. Of a type that has no values: count * 2 zero bytes. address is not negative, count at most
+/// kMaxElementCount.
 QByteArray cachedValues(ValueCache &cache, int elemType, int station, int address, int count);
 
 /// What stands for values that cannot be had: count * 2 zero bytes; below 1: none.

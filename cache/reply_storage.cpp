@@ -1,51 +1,73 @@
 #include "cache/reply_storage.h"
 
+#include <algorithm>
+
 #include "codec/element_types.h"
-#include "codec/frame_bytes.h"
-#include "codec/value_layout.h"
 
 namespace {
 
-// The request's data bytes, or as many of them as the reply holds.
-QByteArray replyData(const Protocol &request, const QByteArray &reply) {
-    const int available = reply.size() - request.dataOffset;
-    if (request.dataOffset < 0 || available <= 0 || request.dataLength <= 0) {
-        return QByteArray();
+// The request's data bytes, or as many of them as the reply holds. They stay the reply's.
+struct ReplyData {
+    ReplyData(const Protocol &request, const QByteArray &reply) : bytes(reply.constData()), size(0) {
+        const int available = reply.size() - request.dataOffset;
+        if (request.dataOffset >= 0 && available > 0 && request.dataLength > 0) {
+            bytes += request.dataOffset;
+            size = std::min(request.dataLength, available);
+        }
     }
-    return reply.mid(request.dataOffset, qMin(request.dataLength, available));
-}
 
-// What the data hold of count bits, one byte each.
-QByteArray replyBits(const QByteArray &data, int count) {
-    return unpackedBits(data, 0, int(qBound<qint64>(0, count, qint64(data.size()) * 8)));
-}
+    const char *bytes;
+    int size;
+};
 
-QByteArray replyWords(QByteArray data) {
-    padTo(data, data.size() + data.size() % 2);
-    return reversedElements(data, 2);
-}
-
-QByteArray replyValues(dravo::ElementClass elementClass, const QByteArray &data, int count) {
-    switch (elementClass) {
-        case dravo::BitClass:
-            return replyBits(data, count);
-        case dravo::WordClass:
-            return replyWords(data);
-        case dravo::DoubleWordClass:
-            return reversedElements(data, 4);
-        case dravo::WordPairClass:
-        case dravo::BitInWordClass:
-            break;
+void storeBits(EntryRun run, const ReplyData &data, int count) {
+    const qint64 bits = std::min(qint64(count), qint64(data.size) * 8);
+    for (int i = 0; i < bits; ++i) {
+        *run.next() = char(data.bytes[i / 8] >> (i % 8) & 1);
     }
-    return QByteArray();
+}
+
+void storeWords(EntryRun run, const ReplyData &data) {
+    const char *const end = data.bytes + (data.size - data.size % 2);
+    for (const char *from = data.bytes; from != end; from += 2) {
+        std::reverse_copy(from, from + 2, run.next());
+    }
+    if (data.size % 2 != 0) {
+        char *last = run.next();
+        last[0] = 0;
+        last[1] = *end;
+    }
+}
+
+void storeDoubleWords(EntryRun run, const ReplyData &data) {
+    const char *const end = data.bytes + (data.size - data.size % 4);
+    for (const char *from = data.bytes; from != end; from += 4) {
+        std::reverse_copy(from, from + 4, run.next());
+    }
 }
 
 }  // namespace
 
 void storeReply(ValueCache &cache, const Protocol &request, const QByteArray &reply) {
     const RW_VAR &var = request.var;
-    if (const dravo::ElementType *type = dravo::findElementType(var.elemType)) {
-        const QByteArray values = replyValues(type->elementClass, replyData(request, reply), var.count);
-        storeRun(cache, var.station, var.elemType, var.address, values);
+    const dravo::ElementType *type = dravo::findElementType(var.elemType);
+    if (!type) {
+        return;
+    }
+    const EntryRun run(cache, var.station, var.elemType, var.address);
+    const ReplyData data(request, reply);
+    switch (type->elementClass) {
+        case dravo::BitClass:
+            storeBits(run, data, var.count);
+            break;
+        case dravo::WordClass:
+            storeWords(run, data);
+            break;
+        case dravo::DoubleWordClass:
+            storeDoubleWords(run, data);
+            break;
+        case dravo::WordPairClass:
+        case dravo::BitInWordClass:
+            break;
     }
 }

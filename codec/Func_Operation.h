@@ -2,12 +2,11 @@
 #ifndef DRAVO_CODEC_FUNC_OPERATION_H
 #define DRAVO_CODEC_FUNC_OPERATION_H
 
-#include <initializer_list>
-
 #include "korvel_dravo_port.h"
 
-/// Starts an operation with all its requests: they go to the tail of protocolList, and as many replies finish it.
-/// Caller holds listMutex.
-void startOperation(std::initializer_list<Protocol> requests);
+/// Starts an operation with its one or two requests: they go to the tail of protocolList, and as many replies finish
+/// it. Caller holds listMutex.
+void startOperation(Protocol request);
+void startOperation(Protocol first, Protocol second);
 
 #endif  // DRAVO_CODEC_FUNC_OPERATION_H

@@ -8,5 +8,5 @@ void ReadRegister(RW_VAR *var) {
 }
 
 void ReadAnalog(RW_VAR *var) {
-    startOperation({readRequest(*var)});
+    startOperation(readRequest(*var));
 }

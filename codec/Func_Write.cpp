@@ -1,5 +1,7 @@
 #include "codec/Func_Write.h"
 
+#include <utility>
+
 #include "cache/Func_DealData.h"
 #include "codec/Func_Operation.h"
 #include "codec/bit_write.h"
@@ -8,8 +10,8 @@
 
 void WriteRegister(RW_VAR *var) {
     if (isBitWrite(*var)) {
-        const BitWrite halves = bitWrite(*var);
-        startOperation({halves.read, halves.write});
+        BitWrite halves = bitWrite(*var);
+        startOperation(std::move(halves.read), std::move(halves.write));
     } else {
         WriteAnalog(var);
     }
@@ -20,5 +22,5 @@ void WriteRegister(RW_VAR *var) {
 }
 
 void WriteAnalog(RW_VAR *var) {
-    startOperation({writeRequest(*var)});
+    startOperation(writeRequest(*var));
 }

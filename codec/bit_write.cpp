@@ -34,7 +34,8 @@ BitWrite bitWrite(const RW_VAR &var) {
     word.elemType = getPlcReg(var.elemType);
     word.address = var.address / 16;
     word.count = 1;
-    word.data = QByteArray(2, '\0');
+    static const QByteArray noValueYet(2, '\0');  // shared by all
+    word.data = noValueYet;
 
     RW_VAR mergeRead = word;
     mergeRead.accessFlag = 0;

@@ -1,5 +1,7 @@
 #include "codec/frame_bytes.h"
 
+#include <algorithm>
+
 #include "korvel_dravo_port.h"
 
 namespace {
@@ -52,7 +54,9 @@ void appendSum(QByteArray &frame) {
 }
 
 void padTo(QByteArray &data, qint64 size) {
-    if (data.size() < size) {
-        data.append(QByteArray(int(size) - data.size(), '\0'));
+    const int filled = data.size();
+    if (filled < size) {
+        data.resize(int(size));
+        std::fill(data.data() + filled, data.data() + size, '\0');
     }
 }

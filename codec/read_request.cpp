@@ -18,6 +18,7 @@ const ReadForm kReadForms[] = {
     {0, 1},  // BitInWordClass
 };
 const ReadForm kNoReadForm = {0, 1};
+const int kReadFrameBytes = 8;
 
 }  // namespace
 
@@ -25,6 +26,7 @@ Protocol readRequest(const RW_VAR &var) {
     const dravo::ElementType *type = dravo::findElementType(var.elemType);
     const ReadForm &form = type ? kReadForms[type->elementClass] : kNoReadForm;
     QByteArray frame;
+    frame.reserve(kReadFrameBytes);
     putU8(frame, var.station);
     putU8(frame, form.functionCode);
     putU16(frame, startAddress(var.elemType, var.address));

@@ -1,7 +1,5 @@
 #include "codec/value_layout.h"
 
-#include <algorithm>
-
 #include "codec/frame_bytes.h"
 
 bool packedBit(const QByteArray &packed, qint64 index) {
@@ -33,25 +31,4 @@ QByteArray sizedBytes(const QByteArray &values, qint64 size) {
     QByteArray bytes = values.left(int(qBound<qint64>(0, size, values.size())));
     padTo(bytes, size);
     return bytes;
-}
-
-QByteArray reversedElements(const QByteArray &values, int size) {
-    QByteArray reversed = values.left(values.size() / size * size);
-    char *bytes = reversed.data();
-    for (int start = 0; start < reversed.size(); start += size) {
-        std::reverse(bytes + start, bytes + start + size);
-    }
-    return reversed;
-}
-
-QByteArray swappedHalves(const QByteArray &values) {
-    QByteArray swapped = values;
-    if (swapped.isEmpty()) {
-        return swapped;  // as null as it was
-    }
-    char *bytes = swapped.data();
-    for (int start = 0; start + 4 <= swapped.size(); start += 4) {
-        std::swap_ranges(bytes + start, bytes + start + 2, bytes + start + 2);
-    }
-    return swapped;
 }

@@ -16,12 +16,4 @@ QByteArray packedBits(const QByteArray &values, int count);
 /// The first size bytes, completed with zeros; below 1: empty.
 QByteArray sizedBytes(const QByteArray &values, qint64 size);
 
-/// Each element of size bytes in reverse: the wire carries the high byte first, records and cache entries the low byte.
-/// Bytes of a last element that is not complete are left out.
-QByteArray reversedElements(const QByteArray &values, int size);
-
-/// The two registers of each 32-bit value in the other order: a value holds the low half first, its registers lie with
-/// the high half at the lower address. Values of 4 bytes each.
-QByteArray swappedHalves(const QByteArray &values);
-
 #endif  // DRAVO_CODEC_VALUE_LAYOUT_H

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "driver/Communication_Protocol.h"
+#include "driver/rotation.h"
 
 namespace {
 
@@ -76,7 +77,7 @@ void finishOperation(bool remote) {
                driver.readVarList.at(0).retValue == kInFlight) {
         driver.readVarList.first().retValue = 0;
         passRetValue(driver.readVarList.at(0), driver.retVar);
-        driver.readVarList.move(0, driver.readVarList.size() - 1);
+        headToTail(driver.readVarList);
     }
 }
 

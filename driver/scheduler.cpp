@@ -5,6 +5,7 @@
 #include "codec/Func_Read.h"
 #include "codec/Func_Write.h"
 #include "driver/Communication_Protocol.h"
+#include "driver/rotation.h"
 #include "driver/station_table.h"
 #include "remote/Func_Remote.h"
 
@@ -34,29 +35,43 @@ bool serveQueue(QList<RW_VAR> &queue, int &served, Builder build, RequestKind ki
     if (queue.isEmpty()) {
         return false;
     }
-    RW_VAR request = queue.at(0);
-    build(&request);
+    build(&queue.first());
     PLC_driver.comType = kind;
     ++served;
     return true;
 }
 
-// Entries of disabled stations are rotated past, each once at most.
+// Entries of disabled stations before the first one of another; all entries when there is none.
+int disabledAtHead(const QList<RW_VAR> &list) {
+    if (Ethernetcontains(list.at(0).station) == 0) {
+        return 0;
+    }
+    const QMap<int, int> disabled = disabledStations();
+    int count = 1;
+    while (count < list.size() && disabled.contains(list.at(count).station)) {
+        ++count;
+    }
+    return count;
+}
+
+// Entries of disabled stations are rotated past, each once at most: with none enabled the order is the same again.
 void serveCyclicList() {
     QList<RW_VAR> &list = PLC_driver.readVarList;
-    for (int untried = list.size(); untried > 0; --untried) {
-        if (Ethernetcontains(list.at(0).station)) {
-            list.move(0, list.size() - 1);
-            continue;
-        }
-        RW_VAR request = list.at(0);
-        list.first().retValue = kInFlight;
-        readBuilder()(&request);
-        PLC_driver.comType = kCyclicRead;
-        PLC_driver.writeTimes = 0;
-        PLC_driver.onceReadTimes = 0;
+    if (list.isEmpty()) {
         return;
     }
+    const int skipped = disabledAtHead(list);
+    if (skipped == list.size()) {
+        return;
+    }
+    for (int i = 0; i < skipped; ++i) {
+        headToTail(list);
+    }
+    readBuilder()(&list.first());
+    list.first().retValue = kInFlight;  // the request keeps the value from before
+    PLC_driver.comType = kCyclicRead;
+    PLC_driver.writeTimes = 0;
+    PLC_driver.onceReadTimes = 0;
 }
 
 }  // namespace

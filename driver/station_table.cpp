@@ -19,6 +19,11 @@ void EnCommStation(int station, int enable) {
     EnableEthernet(station, enable);
 }
 
+QMap<int, int> disabledStations() {
+    QMutexLocker lock(&PLC_driver.stationMutex);
+    return PLC_driver.stationMap;
+}
+
 int Ethernetcontains(int station) {
     QMutexLocker lock(&PLC_driver.stationMutex);
     return PLC_driver.stationMap.contains(station) ? 1 : 0;

@@ -168,6 +168,9 @@ int AddListReadVar(RW_VAR *var);
 /// into requests of at most the frame limit; the elements between two variables of a request are read too. Every
 /// earlier entry is dropped, those of AddListReadVar and those before an empty list included. Variables whose address
 /// does not convert, whose station is 0 or whose type is above 21 are left out.
+/// The requests are made aside, so that others wait for the exchange of the lists alone: until then they see the old
+/// list, and an entry that AddListReadVar adds to it from a callback goes with it. The host's list stays as it is
+/// during the call. Of two calls at a time the later one is carried out after the earlier.
 /// @return requests in the list. Takes listMutex; not in a callback.
 int ReCreatReadVarList(QList<ReadVarEntry> *entries);
 

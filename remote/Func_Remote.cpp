@@ -5,11 +5,11 @@
 #include "remote/remote_request.h"
 
 void Remote_ReadVar(RW_VAR *var) {
-    startOperation({remoteReadRequest(*var)});
+    startOperation(remoteReadRequest(*var));
 }
 
 void Remote_WriteVar(RW_VAR *var) {
-    startOperation({remoteWriteRequest(*var)});
+    startOperation(remoteWriteRequest(*var));
     RW_VAR shown = *var;  // padded while it is stored
     WriteDataToLocal(&shown);
 }

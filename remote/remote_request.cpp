@@ -11,6 +11,7 @@ const int kFixedBytes = 22;  // the record's fields, the length byte and the che
 // Fields go high byte first, as the record holds them: nothing is mapped to Modbus addresses.
 QByteArray remoteFrame(const RW_VAR &var, const QByteArray &data) {
     QByteArray frame;
+    frame.reserve(kFixedBytes + data.size());
     putU8(frame, kFixedBytes + data.size());
     putU8(frame, var.ownerId);
     putU8(frame, var.accessFlag);

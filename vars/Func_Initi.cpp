@@ -1,5 +1,4 @@
-#include "vars/Func_Initi.h"
-
+// How variables and requests enter the driver's lists.
 #include <QtCore/QMutexLocker>
 
 #include "driver/Communication_Protocol.h"
@@ -11,6 +10,21 @@ namespace {
 
 const int kQueueUnchanged = 1;  // mode: the record as it stands
 
+// The later of two rebuilds is the one that stays. Held by a thread that holds no other lock of the driver.
+QMutex rebuildMutex;
+
+// What requests are made by. The record's counters change meanwhile.
+ComInfo requestSettings() {
+    QMutexLocker lock(&PLC_driver.listMutex);
+    ComInfo settings = ComInfo();
+    settings.maxGroupLength = PLC_driver.comInfo->maxGroupLength;
+    settings.defaultStation = PLC_driver.comInfo->defaultStation;
+    settings.useVarStation = PLC_driver.comInfo->useVarStation;
+    settings.remoteMode = PLC_driver.comInfo->remoteMode;
+    settings.localNode = PLC_driver.comInfo->localNode;
+    return settings;
+}
+
 bool refuses(const RW_VAR *var) {
     return !PLC_driver.comInfo || !var || var->count > kMaxElementCount;
 }
@@ -21,26 +35,17 @@ int ReCreatReadVarList(QList<ReadVarEntry> *entries) {
     if (!PLC_driver.comInfo || !entries) {
         return 0;
     }
-    QMutexLocker lock(&PLC_driver.listMutex);
-    PLC_driver.readVarList.clear();
     const QList<ReadVarEntry> &hostEntries = *entries;
-    if (hostEntries.isEmpty()) {
-        return 0;
-    }
-    ComInfo &comInfo = *PLC_driver.comInfo;
-    PLC_driver.readCycleCount = 0;
-    comInfo.cycleDone = 0;
-    const int maxGroupLength = comInfo.maxGroupLength;  // once: the host may change it meanwhile
-    QList<QList<RW_VAR>> groups = sortedGroups(hostEntries, comInfo);
-    for (QList<RW_VAR> &group : groups) {
-        BitVarReCreat(&group, frameLimit(maxGroupLength, group.at(0).elemType));
+    QMutexLocker rebuildLock(&rebuildMutex);
+    QList<RW_VAR> requests = cyclicRequests(hostEntries, requestSettings());
+    // Built aside: only the exchange of the lists keeps others waiting, and what leaves is freed after the lock.
+    QMutexLocker lock(&PLC_driver.listMutex);
+    PLC_driver.readVarList.swap(requests);
+    if (!hostEntries.isEmpty()) {
+        PLC_driver.readCycleCount = 0;
+        PLC_driver.comInfo->cycleDone = 0;
     }
     return PLC_driver.readVarList.size();
-}
-
-void BitVarReCreat(QList<RW_VAR> *group, int limit) {
-    Q_ASSERT(isHeld(PLC_driver.listMutex));
-    appendMerged(PLC_driver.readVarList, *group, limit);
 }
 
 int AddListReadVar(RW_VAR *var) {

@@ -1,52 +1,23 @@
 #include "vars/cyclic_list.h"
 
-#include <QtCore/QMap>
-
-#include <algorithm>
-
+#include "korvel_dravo_elements.h"
+#include "vars/cyclic_variables.h"
 #include "vars/request_merge.h"
 #include "vars/request_pieces.h"
 #include "vars/variable_record.h"
 
 namespace {
 
-typedef QMap<int, QMap<int, QList<RW_VAR>>> Groups;  // by station, then by normalised element type
-
-bool byAddress(const RW_VAR &left, const RW_VAR &right) {
-    return left.address < right.address;
-}
-
-qint64 endOf(const RW_VAR &var) {
-    return qint64(var.address) + var.count;
-}
-
-// Fills work with the entry's variable, normalised. False: the entry is to be left out.
-bool fillVariable(const ReadVarEntry &entry, const ComInfo &comInfo, RW_VAR &work) {
-    const int address = StringAddressToInt(entry.elemType, entry.addressText);
-    const int station = stationInForce(comInfo, entry.station);
-    if (address < 0 || station == 0 || entry.count > kMaxElementCount) {
-        return false;
-    }
-    work.label = entry.label;
-    work.addressText = entry.addressText;
-    work.elemType = entry.elemType;
-    work.address = address;
-    work.station = station;
-    work.count = entry.count;
-    return updateRwVar(&work) == 0;
-}
-
-Groups groupVariables(const QList<ReadVarEntry> &entries, const ComInfo &comInfo) {
-    Groups groups;
-    RW_VAR work = driverRecord(comInfo);
-    work.itemId = -1;
-    for (int i = 0; i < entries.size(); ++i) {
-        // Only looked at: the host's entries may be longer than the fields known here.
-        if (fillVariable(entries.at(i), comInfo, work)) {
-            groups[work.station][work.elemType].append(work);
-        }
-    }
-    return groups;
+RW_VAR recordOf(const CyclicVariable &variable, const ReadVarEntry &entry, const ComInfo &comInfo) {
+    RW_VAR record = driverRecord(comInfo);
+    record.itemId = -1;
+    record.label = entry.label;
+    record.addressText = entry.addressText;
+    record.elemType = variable.elemType();
+    record.address = variable.address();
+    record.station = stationInForce(comInfo, entry.station);
+    record.count = variable.count;
+    return record;
 }
 
 void startRequest(QList<RW_VAR> &requests, const RW_VAR &variable, int limit) {
@@ -55,10 +26,10 @@ void startRequest(QList<RW_VAR> &requests, const RW_VAR &variable, int limit) {
     }
 }
 
-// Lengthens the last request to end. The pieces beyond the frame limit become requests of their own.
-void growLast(QList<RW_VAR> &requests, qint64 end, int limit) {
-    const RW_VAR tail = requests.last();  // a copy: the last entry changes below
-    for (const Piece &piece : piecesOf(tail.address, end - tail.address, limit)) {
+// Lengthens the last request to so many elements. The pieces beyond the frame limit become requests of their own.
+void growLast(QList<RW_VAR> &requests, qint64 count, int limit) {
+    RW_VAR tail = requests.last();  // a copy: the last entry changes below
+    for (const Piece &piece : piecesOf(tail.address, count, limit)) {
         const RW_VAR part = pieceOf(tail, piece);
         if (piece.first == 0) {
             reviseDriverRead(requests, part);
@@ -68,32 +39,37 @@ void growLast(QList<RW_VAR> &requests, qint64 end, int limit) {
     }
 }
 
+// Has the last request read the variable too. False: it starts beyond the reach of that request.
+bool joinLast(QList<RW_VAR> &requests, const CyclicVariable &variable, int limit) {
+    const RW_VAR &last = requests.at(requests.size() - 1);
+    if (variable.address() >= qint64(last.address) + limit) {
+        return false;
+    }
+    const qint64 count = qint64(variable.address()) + variable.count - last.address;
+    if (count > limit || crossesBound(last.address, count, dravo::addressMapBound(last.elemType))) {
+        growLast(requests, count, limit);
+    } else if (count > last.count) {
+        requests.last().count = int(count);  // as nearly always: nothing to cut
+    }
+    return true;
+}
+
 }  // namespace
 
-QList<QList<RW_VAR>> sortedGroups(const QList<ReadVarEntry> &entries, const ComInfo &comInfo) {
-    QList<QList<RW_VAR>> sorted;
-    Groups groups = groupVariables(entries, comInfo);
-    for (QMap<int, QList<RW_VAR>> &types : groups) {
-        for (QList<RW_VAR> &group : types) {
-            Bubble_Sort(&group);
-            sorted.append(group);
+QList<RW_VAR> cyclicRequests(const QList<ReadVarEntry> &entries, const ComInfo &comInfo) {
+    QList<RW_VAR> requests;
+    const std::vector<CyclicVariable> variables = sortedVariables(entries, comInfo);
+    int firstOfGroup = 0;  // only requests of the variable's own group grow
+    int limit = 0;
+    for (size_t i = 0; i < variables.size(); ++i) {
+        const CyclicVariable &variable = variables[i];
+        if (i == 0 || variable.group() != variables[i - 1].group()) {
+            firstOfGroup = requests.size();
+            limit = frameLimit(comInfo.maxGroupLength, variable.elemType());
+        }
+        if (requests.size() == firstOfGroup || !joinLast(requests, variable, limit)) {
+            startRequest(requests, recordOf(variable, entries.at(variable.index), comInfo), limit);
         }
     }
-    return sorted;
-}
-
-void Bubble_Sort(QList<RW_VAR> *list) {
-    std::stable_sort(list->begin(), list->end(), byAddress);
-}
-
-void appendMerged(QList<RW_VAR> &requests, const QList<RW_VAR> &sortedGroup, int limit) {
-    const int firstOfGroup = requests.size();
-    for (const RW_VAR &variable : sortedGroup) {
-        const bool hasTail = requests.size() > firstOfGroup;
-        if (!hasTail || variable.address >= qint64(requests.last().address) + limit) {
-            startRequest(requests, variable, limit);
-        } else if (endOf(variable) > endOf(requests.last())) {
-            growLast(requests, endOf(variable), limit);
-        }
-    }
+    return requests;
 }

@@ -22,10 +22,6 @@ void reviseLast(QList<RW_VAR> &list, RW_VAR &var, int bound) {
 
 }  // namespace
 
-bool crossesBound(const RW_VAR &var, int bound) {
-    return var.address < bound && qint64(var.address) + var.count > bound;
-}
-
 RW_VAR cutAtBound(RW_VAR &var, int bound) {
     RW_VAR first = var;
     first.count = bound - var.address;

@@ -4,8 +4,14 @@
 
 #include "korvel_dravo_port.h"
 
-/// Whether var starts below bound and ends beyond it.
-bool crossesBound(const RW_VAR &var, int bound);
+/// Whether count elements from address on start below bound and end beyond it.
+inline bool crossesBound(int address, qint64 count, int bound) {
+    return address < bound && address + count > bound;
+}
+
+inline bool crossesBound(const RW_VAR &var, int bound) {
+    return crossesBound(var.address, var.count, bound);
+}
 
 /// Takes the part below the bound off var, which crosses it and keeps the rest. The data stay as they are.
 RW_VAR cutAtBound(RW_VAR &var, int bound);

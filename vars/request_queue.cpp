@@ -1,5 +1,6 @@
 #include "vars/request_queue.h"
 
+#include "vars/address_text.h"
 #include "vars/request_merge.h"
 #include "vars/request_pieces.h"
 #include "vars/variable_record.h"
@@ -26,7 +27,7 @@ bool isQueued(const QList<RW_VAR> &queue, const RW_VAR &var) {
 }  // namespace
 
 bool resolveOnceRead(RW_VAR &var, const ComInfo &comInfo) {
-    const int address = StringAddressToInt(var.elemType, var.addressText);
+    const int address = elementAddress(var.elemType, var.addressText);
     if (address < 0) {
         return false;
     }

@@ -19,7 +19,7 @@ TEST_F(ValueCacheEntries, KeysAndSizes) {
         {{-1, -1, -1, -1}, 0xffffffffU}, {{INT_MIN, 7, INT_MAX, 0}, 0x0007ffff},  // no element has it
     };
     const QMutexLocker lock(&PLC_driver.cacheMutex);
-    PLC_driver.valueCache.insert(0x01070064, bytes("3412"));
+    PLC_driver.valueCache.insert({0x01070064}, bytes("3412"));
     for (auto [element, key] : elements) {
         EXPECT_EQ(ExtendFindSameVar(element), key);
     }

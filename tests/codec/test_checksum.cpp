@@ -1,4 +1,7 @@
+#include <algorithm>
 #include <climits>
+#include <random>
+#include <vector>
 
 #include "support/record_text.h"
 
@@ -19,6 +22,25 @@ TEST(Checksum, KnownBuffers) {
         EXPECT_EQ(CalCRC(first, length), crc) << name;
         EXPECT_EQ(CalLRC(first, length), lrc) << name;
         EXPECT_EQ(CalXOR(first, length), exclusiveOr) << name;
+    }
+}
+
+TEST(Checksum, CrcIsThatOfTheDefinition) {
+    const auto bitByBit = [](const std::vector<unsigned char> &data, size_t length) {
+        unsigned crc = 0xFFFF;
+        for (size_t bit = 0; bit < 8 * length; ++bit) {
+            const unsigned in = data[bit / 8] >> bit % 8;
+            crc = ((crc ^ in) & 1) != 0 ? crc >> 1 ^ 0xA001 : crc >> 1;
+        }
+        return static_cast<int>(crc);
+    };
+    std::independent_bits_engine<std::mt19937, 8, unsigned> random{1};
+    for (int round = 0; round < 50; ++round) {
+        for (unsigned short length = 0; length <= 300; ++length) {
+            std::vector<unsigned char> data(length);
+            std::generate(data.begin(), data.end(), random);
+            ASSERT_EQ(CalCRC(data.data(), length), bitByBit(data, length)) << length;
+        }
     }
 }
 

@@ -56,7 +56,7 @@ QList<ReadVarEntry> hostEntries(const std::string &text) {
 std::string cacheText(const ValueCache &cache) {
     QStringList words;
     for (auto entry = cache.constBegin(); entry != cache.constEnd(); ++entry) {
-        words += QString::asprintf("%08x=%s", entry.key(), entry.value().toHex().constData());
+        words += QString::asprintf("%08x=%s", entry.key().bits, entry.value().toHex().constData());
     }
     words.sort();
     return words.join(QLatin1Char(' ')).toStdString();

@@ -12,45 +12,30 @@ TEST(AddressText, EveryRule) {
     }
 }
 
-TEST(CyclicList, Groups) {
+TEST(CyclicList, MergedRequests) {
     ComInfo comInfo = ComInfo();
     comInfo.useVarStation = 1;
-    expectColumn(cases("vars/cyclic_list", "groups"), "groups", [&comInfo](const TableRow &row) {
-        std::string text;
-        for (const QList<RW_VAR> &group : sortedGroups(hostEntries(row["given"]), comInfo)) {
-            text += (text.empty() ? "" : ", ") + listText(group);
-        }
-        return text;
+    expectColumn(cases("vars/cyclic_list", "merged"), "requests", [&comInfo](const TableRow &row) {
+        comInfo.maxGroupLength = row.number("limit");
+        return listText(cyclicRequests(hostEntries(row["given"]), comInfo));
     });
-    comInfo.useVarStation = 0;
-    const QList<ReadVarEntry> entries = hostEntries("2/7@103+40 0/12@100+2");
-    EXPECT_TRUE(sortedGroups(entries, comInfo).isEmpty());
+}
+
+TEST(CyclicList, OneStationForAllAndTheHostsOrderAtOneAddress) {
+    ComInfo comInfo = ComInfo();
+    comInfo.maxGroupLength = 32;
+    std::string many = "2/7@103+40 0/12@100+2";
+    for (int i = 0; i < 100; ++i) {
+        many += " 7@" + std::to_string(1000 + 40 * (i % 3)) + "+2";
+    }
+    EXPECT_TRUE(cyclicRequests(hostEntries(many), comInfo).isEmpty());
     comInfo.defaultStation = 300;
     comInfo.remoteMode = 3;
     comInfo.localNode = 4;
-    const QList<RW_VAR> group = sortedGroups(entries, comInfo).value(0);
-    EXPECT_EQ(listText(group), "300/7@100+2^4 300/7@103+40^4");
-    EXPECT_EQ(otherFields(group.at(0)), "v1, 100: -1 0 3 0 0 0");
-}
-
-TEST(CyclicList, SortIsStableAndSigned) {
-    QList<RW_VAR> many;
-    for (int i = 0; i < 100; ++i) {
-        many.append(record("7@" + std::to_string((i % 3 - 1) * INT_MAX) + "+" + std::to_string(i)));
-    }
-    Bubble_Sort(&many);
-    for (int i = 1; i < 100; ++i) {
-        const RW_VAR &before = many.at(i - 1), &after = many.at(i);
-        EXPECT_LT(std::pair(before.address, before.count), std::pair(after.address, after.count));
-    }
-}
-
-TEST(CyclicList, MergedRequests) {
-    expectColumn(cases("vars/cyclic_list", "merged"), "requests", [](const TableRow &row) {
-        QList<RW_VAR> requests = records("7@90+10");  // of another group: never grown
-        appendMerged(requests, records(row["sorted"]), row.number("limit"));
-        return listText(requests.mid(1));
-    });
+    const QList<RW_VAR> requests = cyclicRequests(hostEntries(many), comInfo);
+    EXPECT_EQ(listText(requests), "300/7@100+32^4 300/7@132+11^4 300/7@1000+2^4 300/7@1040+2^4 300/7@1080+2^4");
+    EXPECT_EQ(otherFields(requests.at(0)), "v1, 100: -1 0 3 0 0 0");
+    EXPECT_EQ(otherFields(requests.at(4)), "v4, 1080: -1 0 3 0 0 0");
 }
 
 }  // namespace
