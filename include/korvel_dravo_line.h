@@ -221,8 +221,9 @@ struct LineEvent {
 };
 
 /// The engine. One at a time in a process, since there is one driver, which it binds and unbinds, callbacks and station
-/// table included: what is queued in the driver then is dropped, before and after. Ask for writes and one-shot reads
-/// through it, for the driver drops those of a station that is down without a word.
+/// table included: what is queued in the driver then is dropped, before and after. A driver that is bound is left
+/// alone, and one that is bound anew under way is given up: see hasDriver. Ask for writes and one-shot reads through
+/// it, for the driver drops those of a station that is down without a word.
 class Line {
 public:
     /// Settings out of range count as the nearest value.
@@ -252,7 +253,8 @@ public:
     /// While nobody knows whether the adapter echoes, writes wait for cyclic reads to show it, two lifetimes at most. A
     /// host that has none sets echo, see knowsEcho.
     /// @param values  as GetRegisterData gives them: 1 byte per bit, 2 per register, 4 per 32-bit value.
-    /// @return its number, above 0; 0: refused, too many are queued or values are more than a request holds.
+    /// @return its number, above 0; 0: refused, too many are queued, values are more than a request holds, or the
+    ///         driver is another's.
     int readOnce(const Variable &variable);
     int write(const Variable &variable, const QByteArray &values);
 
@@ -264,6 +266,11 @@ public:
     ValueState stateOf(const Variable &variable, qint64 nowUs) const;
     /// The last known values; elements never read are zeros. Any thread.
     static QByteArray values(const Variable &variable);
+
+    /// Whether the driver is bound to this engine. False: another engine or the host had bound it before, or the host
+    /// has bound it anew since. Then nothing is sent, watched or asked for, what was asked for fails, and the driver is
+    /// not touched: a new record with a request outstanding would let writes be reported that were never sent.
+    bool hasDriver() const;
 
     bool isDown(int station) const;
     /// When a station that is down is asked next, unless an operation or its answer comes before. Of no meaning for

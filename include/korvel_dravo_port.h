@@ -124,7 +124,11 @@ extern "C" {
 
 // ---- Binding: before the communication thread starts. No lock, no check. ----
 
-/// Binds the host's record and zeroes its two cleared words; null unbinds.
+/// Binds the host's record and zeroes its two cleared words; null unbinds. Bind anew with nothing outstanding only: the
+/// record counts the replies that the operation in progress still needs, and a fresh one says that none is. Its next
+/// good reply then finishes it. Of a write to a bit inside a word that is the reply to its read half: the write half
+/// goes out as the request of the next operation, and the write that is queued next is reported done though it was
+/// never sent.
 void SetComInfo(ComInfo *comInfo);
 
 /// Stores three words in LB, LW and RWI for the host's other modules. The driver never reads them.

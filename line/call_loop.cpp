@@ -64,7 +64,7 @@ QMap<int, int> CallLoop::restart(qint64 nowUs) {
     operations_.clear();
     const QList<int> down = stations_.down();
     for (int i = 0; i < down.size(); ++i) {
-        DriverPort::setStation(down.at(i), false);
+        port_.setStation(down.at(i), false);
     }
     phase_ = Idle;
     beSilent();
@@ -75,7 +75,7 @@ QMap<int, int> CallLoop::restart(qint64 nowUs) {
 void CallLoop::operationStarts(int operation, int station) {
     operations_.insert(operation, station);
     if (stations_.isDown(station)) {
-        DriverPort::setStation(station, true);  // or the driver would drop it without a word
+        port_.setStation(station, true);  // or the driver would drop it without a word
     }
 }
 
@@ -91,7 +91,7 @@ void CallLoop::tellLost(int operation, int station) {
 
 void CallLoop::probe(const RW_VAR &read) {
     if (!probed_.contains(read.station)) {
-        DriverPort::setStation(read.station, true);
+        port_.setStation(read.station, true);
         probed_.append(read.station);
         port_.readAgain(read);
     }
@@ -99,7 +99,7 @@ void CallLoop::probe(const RW_VAR &read) {
 
 // The driver drops what is queued for the station, a probe too.
 void CallLoop::silence(int station) {
-    DriverPort::setStation(station, false);
+    port_.setStation(station, false);
     probed_.removeAll(station);
 }
 
@@ -166,7 +166,7 @@ void CallLoop::sortOut(const Frame &frame) {
         return;
     }
     if (stations_.heard(station)) {
-        DriverPort::setStation(station, true);
+        port_.setStation(station, true);
         LineEvent up;
         up.kind = LineEvent::StationUp;
         up.station = station;

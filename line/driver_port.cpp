@@ -13,6 +13,16 @@ const int kWritesGoToDevice = 2;
 const int kDone = 1;          // code of the callback
 const int kReadAgainId = 13;  // owner of reads that are no operation
 
+// The driver object is exported for its layout: the settings' pointer, then the cyclic list.
+const ComInfo *boundRecord() {
+    return *reinterpret_cast<const ComInfo *const *>(&PLC_driver);
+}
+
+const QList<RW_VAR> &cyclicList() {
+    const char *const driver = reinterpret_cast<const char *>(&PLC_driver);
+    return *reinterpret_cast<const QList<RW_VAR> *>(driver + sizeof(void *));
+}
+
 }  // namespace
 
 DriverPort::DriverPort(const LineSettings &settings) : frameLimit_(settings.frameLimit), comInfo_() {
@@ -27,15 +37,23 @@ DriverPort::DriverPort(const LineSettings &settings) : frameLimit_(settings.fram
         comInfo_.remoteMode = 1;
         comInfo_.localNode = settings.remoteNode;
     }
-    SetComInfo(&comInfo_);
-    RegistCallBackFuncIntf(&DriverPort::onVariable, nullptr);
-    dropAll();
+    if (!boundRecord()) {
+        SetComInfo(&comInfo_);
+        RegistCallBackFuncIntf(&DriverPort::onVariable, nullptr);
+        dropAll();
+    }
 }
 
 DriverPort::~DriverPort() {
-    dropAll();
-    RegistCallBackFuncIntf(nullptr, nullptr);
-    SetComInfo(nullptr);
+    if (hasDriver()) {
+        dropAll();
+        RegistCallBackFuncIntf(nullptr, nullptr);
+        SetComInfo(nullptr);
+    }
+}
+
+bool DriverPort::hasDriver() const {
+    return boundRecord() == &comInfo_;
 }
 
 void DriverPort::dropAll() {
@@ -46,6 +64,9 @@ void DriverPort::dropAll() {
 
 // The driver drops what is queued for disabled stations.
 void DriverPort::dropOperations() {
+    if (!hasDriver()) {
+        return;
+    }
     for (int station = 0; station < 256; ++station) {
         setStation(station, false);
     }
@@ -75,16 +96,17 @@ QByteArray DriverPort::refusable() {
     return QByteArray(1, '\0');
 }
 
-// The driver object is exported for its layout: behind the settings' pointer lies the cyclic list. Nobody else changes
-// it, for this port is the only one that makes lists.
+// Nobody else changes the list, for this port is the only one that makes lists.
 QList<RW_VAR> DriverPort::setCyclicReads(QList<ReadVarEntry> *merged, const QList<RW_VAR> &requests) {
+    if (!hasDriver()) {
+        return QList<RW_VAR>();
+    }
     ReCreatReadVarList(merged);
     for (int i = 0; i < requests.size(); ++i) {
         RW_VAR request = requests.at(i);
         AddListReadVar(&request);
     }
-    const char *const driver = reinterpret_cast<const char *>(&PLC_driver);
-    return *reinterpret_cast<const QList<RW_VAR> *>(driver + sizeof(void *));
+    return cyclicList();
 }
 
 void DriverPort::readAgain(RW_VAR request) {
@@ -125,7 +147,9 @@ QList<DriverPort::Finished> DriverPort::takeFinished() {
 }
 
 void DriverPort::setStation(int station, bool enabled) {
-    EnableEthernet(station, enabled ? 1 : 0);
+    if (hasDriver()) {
+        EnableEthernet(station, enabled ? 1 : 0);
+    }
 }
 
 RW_VAR DriverPort::ownRecord() const {

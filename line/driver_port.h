@@ -16,10 +16,14 @@ const int kCyclicItemId = -1;
 
 class DriverPort {
 public:
-    /// Binds the driver, which nobody else may have bound. What is still queued in it is dropped, now and at the end:
-    /// nothing that this line was not asked for goes out on it.
+    /// Binds the driver if nobody has. What is still queued in it is dropped, now and at the end: nothing that this
+    /// line was not asked for goes out on it.
     explicit DriverPort(const LineSettings &settings);
     ~DriverPort();
+
+    /// Whether this port has the driver: it was free, and nobody has bound it anew since. If not, call nothing but
+    /// what says so: the driver would serve another's record and lists.
+    bool hasDriver() const;
 
     bool remote() const { return comInfo_.remoteMode != 0; }
 
@@ -43,7 +47,7 @@ public:
     static QByteArray refusable();
 
     /// Replaces the cyclic reads: what the driver's own merge makes of the variables, then the requests as they stand.
-    /// @return the driver's list.
+    /// @return the driver's list. Empty, and nothing done: the driver is another's.
     QList<RW_VAR> setCyclicReads(QList<ReadVarEntry> *merged, const QList<RW_VAR> &requests);
     /// Queues a read as it stands. Nobody hears of its end but through the exchange.
     void readAgain(RW_VAR request);
@@ -60,10 +64,12 @@ public:
     /// The operations that have ended since the last call, in their order.
     QList<Finished> takeFinished();
 
-    /// Fails the request that is out and drops the queued ones; the cyclic reads stay. No end is told.
+    /// Fails the request that is out and drops the queued ones; the cyclic reads stay. No end is told. Does nothing
+    /// while the driver is another's.
     void dropOperations();
 
-    static void setStation(int station, bool enabled);
+    /// Does nothing while the driver is another's.
+    void setStation(int station, bool enabled);
 
     /// The fields that every record of the own node shares; everything else is 0 or empty.
     RW_VAR ownRecord() const;

@@ -38,6 +38,8 @@ struct Line::Parts {
           lastOperation(0) {}
 
     Step next(qint64 hostUs);
+    Step rest(qint64 hostUs);
+    void loseAll(qint64 hostUs);
     void startProbes();
     void startOperation();
     void loseOperations(int station);
@@ -63,6 +65,9 @@ struct Line::Parts {
 
 // One thing at a time, so that what a reply taught is in the driver's list before the next request is taken from it.
 Step Line::Parts::next(qint64 hostUs) {
+    if (!port.hasDriver()) {
+        return rest(hostUs);
+    }
     loop.received(QByteArray(), hostUs);
     const qint64 nowUs = loop.nowUs();
     for (;;) {
@@ -93,6 +98,26 @@ Step Line::Parts::next(qint64 hostUs) {
             return step;
         }
     }
+}
+
+// The driver is another's.
+Step Line::Parts::rest(qint64 hostUs) {
+    loseAll(hostUs);
+    const Step step = {Step::Wait, QByteArray(), std::numeric_limits<qint64>::max()};
+    return step;
+}
+
+// Operations that are queued or out fail, in the order of asking.
+void Line::Parts::loseAll(qint64 hostUs) {
+    QMap<int, int> lost = loop.restart(hostUs);
+    const QList<HostOperation> queued = turns.queue().takeAll();
+    for (int i = 0; i < queued.size(); ++i) {
+        lost.insert(queued.at(i).number, queued.at(i).variable.station);
+    }
+    for (QMap<int, int>::const_iterator it = lost.constBegin(); it != lost.constEnd(); ++it) {
+        loop.tellLost(it.key(), it.value());
+    }
+    digestNews(loop.nowUs());
 }
 
 void Line::Parts::startProbes() {
@@ -196,10 +221,11 @@ void Line::Parts::tell(const LineEvent &event) {
     }
 }
 
-// The number of a new operation that the driver will cut into requests; 0: too many are queued.
+// The number of a new operation that the driver will cut into requests; 0: too many are queued, or the driver is
+// another's.
 int Line::Parts::ask(const Variable &variable, bool isWrite, const QByteArray &values) {
     const int requests = operationRequests(variable, isWrite, settings.frameLimit);
-    if (!turns.queue().hasRoom(isWrite, requests)) {
+    if (!port.hasDriver() || !turns.queue().hasRoom(isWrite, requests)) {
         return 0;
     }
     lastOperation = lastOperation == std::numeric_limits<int>::max() ? 1 : lastOperation + 1;
@@ -227,17 +253,9 @@ void Line::sent(qint64 nowUs) {
 }
 
 void Line::restart(qint64 nowUs) {
-    QMap<int, int> lost = parts_->loop.restart(nowUs);
-    const QList<HostOperation> queued = parts_->turns.queue().takeAll();
-    for (int i = 0; i < queued.size(); ++i) {
-        lost.insert(queued.at(i).number, queued.at(i).variable.station);
-    }
-    for (QMap<int, int>::const_iterator it = lost.constBegin(); it != lost.constEnd(); ++it) {
-        parts_->loop.tellLost(it.key(), it.value());
-    }
+    parts_->loseAll(nowUs);
     parts_->turns.echoIsUnclear();
     parts_->passes.begin(parts_->reads.requests(), parts_->loop.lineFreeUs());
-    parts_->digestNews(parts_->loop.nowUs());
 }
 
 int Line::watch(const QVector<Variable> &variables, qint64 nowUs) {
@@ -288,6 +306,10 @@ QByteArray Line::values(const Variable &variable) {
     QByteArray bytes;
     GetRegisterData(QString(), variable.elemType, variable.addressText, variable.station, bytes, variable.driverCount);
     return bytes;
+}
+
+bool Line::hasDriver() const {
+    return parts_->port.hasDriver();
 }
 
 bool Line::isDown(int station) const {

@@ -4,6 +4,7 @@
 
 #include <climits>
 
+#include "korvel_dravo_port.h"
 #include "line/desk.h"
 #include "line/soak.h"
 #include "line/station_backoff.h"
@@ -119,6 +120,39 @@ TEST(Line, SettingsAndTimesOfAnySize) {
         }
         EXPECT_GE(line.plannedPassUs(), 0);
     }
+}
+
+TEST(Line, DriverOfAnotherIsLeftAlone) {
+    ComInfo own = ComInfo();
+    {
+        Desk desk(at9600(), WireFaults(), wireAt9600());
+        desk.line.watch({variable(1, 7, "100")}, 0);
+        {
+            dravo::Line second(at9600(), 0);
+            EXPECT_FALSE(second.hasDriver());
+            EXPECT_EQ(second.watch({variable(1, 7, "200")}, 0), 0);
+            EXPECT_EQ(second.write(variable(1, 7, "200"), "12"), 0);
+            EXPECT_EQ(second.next(0).kind, dravo::Step::Wait);
+            second.restart(0);
+        }
+        desk.run(5 * kSecond);
+        EXPECT_GT(desk.sent, 20) << "of the first";
+        // Its read half is out, or will be, when the host binds anew.
+        const int write = desk.line.write(variable(1, 15, "300.5"), QByteArray(1, '\1'));
+        desk.run(desk.now + 30000);
+        SetComInfo(&own);
+        const int sent = desk.sent;
+        int failed = 0;
+        desk.run(desk.now + kSecond, [&](const dravo::LineEvent &event) {
+            failed += event.kind == dravo::LineEvent::Operation && !event.done && event.operation == write;
+            return false;
+        });
+        EXPECT_EQ(failed, 1);
+        EXPECT_EQ(desk.sent, sent);
+    }
+    EXPECT_FALSE(dravo::Line(at9600(), 0).hasDriver()) << "still the host's";
+    SetComInfo(nullptr);
+    EXPECT_TRUE(dravo::Line(at9600(), 0).hasDriver());
 }
 
 TEST(Line, NoRequestIsLongerThanModbusAllowsOrTearsAValue) {
