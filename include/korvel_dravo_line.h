@@ -16,8 +16,13 @@
 //         }
 //     }
 //
-// Time is microseconds of a clock that does not run backwards; its start does not matter. All functions belong to one
-// thread, the driver's communication thread; GetRegisterData reads values from any.
+// Time is microseconds of a clock that does not run backwards; its start does not matter.
+//
+// Threads. Each function says on which it may be called. "Line's thread": one at a time from constructor to destructor,
+// both included; it is the driver's communication thread. "Any thread": at any time, beside the line's thread too. Of
+// the driver's own functions other threads call GetRegisterData and the utilities while a line exists, nothing else:
+// variables, operations and stations go through the line. Reading values may neither overlap the constructor nor the
+// destructor, which bind the driver.
 //
 // What is promised, for controllers that answer each request they get at most once and at most the reply lifetime
 // after it was sent, in any order, on any number of stations, through a line that loses, cuts, alters and adds bytes
@@ -162,7 +167,7 @@ enum Condition {
     Down          // its station does not answer and is asked only now and then
 };
 
-/// One word for a condition, two for some: "never read".
+/// One word for a condition, two for some: "never read". Pure; any thread.
 QString conditionName(Condition condition);
 
 /// What is known of a variable.
@@ -226,7 +231,10 @@ struct LineEvent {
 /// it, for the driver drops those of a station that is down without a word.
 class Line {
 public:
-    /// Settings out of range count as the nearest value.
+    // ---- Line's thread. ----
+
+    /// Settings out of range count as the nearest value. While it runs, and while the destructor does, no other thread
+    /// is in a call of the driver.
     Line(const LineSettings &settings, qint64 nowUs);
     ~Line();
 
@@ -264,8 +272,6 @@ public:
 
     /// Of a variable that is watched.
     ValueState stateOf(const Variable &variable, qint64 nowUs) const;
-    /// The last known values; elements never read are zeros. Any thread.
-    static QByteArray values(const Variable &variable);
 
     /// Whether the driver is bound to this engine. False: another engine or the host had bound it before, or the host
     /// has bound it anew since. Then nothing is sent, watched or asked for, what was asked for fails, and the driver is
@@ -283,7 +289,14 @@ public:
     int requestsPerPass() const;
     /// What a pass takes on a line without faults.
     qint64 plannedPassUs() const;
+    /// Counts on; another thread gets a copy made here.
     const LineStatistics &statistics() const;
+
+    // ---- Any thread. ----
+
+    /// The last known values; elements never read are zeros. Takes the driver's cacheMutex. While no line exists: as
+    /// GetRegisterData says.
+    static QByteArray values(const Variable &variable);
 
 private:
     Line(const Line &);

@@ -29,7 +29,11 @@
 enum { kMaxElementCount = 1048576 };
 
 /// Settings and counters of the line. Owned by the host, borrowed by the driver from SetComInfo on, never freed.
-/// Read and written without a lock. Offsets are the same in 32-bit and 64-bit builds.
+/// Offsets are the same in 32-bit and 64-bit builds.
+/// Read and written without a lock, but ReCreatReadVarList takes the list lock for it. So the host changes settings
+/// while no other thread is in a call of the driver; retryTimes and, in writeMode 2, remoteMode and localNode in a
+/// callback too, whatever other threads call. What the driver writes is for the communication thread to read;
+/// cycleDone, while another thread may be in ReCreatReadVarList, in a callback.
 struct ComInfo {
     unsigned char hostArea1[16];  // never touched
     int maxGroupLength;           // most elements in one request frame, times 8 for bit types; below 1 counts as 1
