@@ -148,6 +148,17 @@ Operation enableStation(Choices &choices) {
             }};
 }
 
+/// What the driver only keeps, or only says.
+Operation areaWords(Choices &choices) {
+    const auto word = static_cast<unsigned>(choices.number());
+    return {[=] {
+                FlashLocalRegister(word, word + 1, word + 2);
+                const bool kept = LB == word && LW == word + 1 && RWI == word + 2;
+                return Outcome{kept ? QueryFinishFlag() : 0};
+            },
+            [=](Model &) { return Outcome{1}; }};
+}
+
 }  // namespace
 
 bool operator==(const Outcome &a, const Outcome &b) {
@@ -205,7 +216,7 @@ Operation anyCall(Choices &choices, Budget &budget) {
         case 14:
             return enableStation(choices);
         default:
-            return pureCall(choices, budget);
+            return choices.oneIn(16) ? areaWords(choices) : pureCall(choices, budget);
     }
 }
 

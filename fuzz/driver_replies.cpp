@@ -20,7 +20,7 @@ QByteArray replyOf(Choices &choices, const Protocol &request, bool remoteMode, i
 }
 
 int expectedSize(const Protocol &request) {
-    return std::min(request.replyLength, kLongestReply);
+    return std::clamp(request.replyLength, 0, kLongestReply);
 }
 
 }  // namespace
