@@ -7,41 +7,12 @@
 #include "korvel_dravo_port.h"
 
 int Choices::number() {
-    static const int edges[] = {INT_MIN,
-                                INT_MIN + 1,
-                                -65536,
-                                -300,
-                                -17,
-                                -2,
-                                -1,
-                                0,
-                                1,
-                                2,
-                                7,
-                                8,
-                                9,
-                                11,
-                                12,
-                                15,
-                                16,
-                                17,
-                                255,
-                                256,
-                                257,
-                                1023,
-                                1024,
-                                2047,
-                                2048,
-                                7999,
-                                8000,
-                                23536,
-                                65535,
-                                65536,
-                                INT_MAX - 1,
-                                INT_MAX,
-                                kMaxElementCount - 1,
-                                kMaxElementCount,
-                                kMaxElementCount + 1};
+    // clang-format off
+    static const int edges[] = {
+        INT_MIN, INT_MIN + 1, -65536, -300, -17, -2, -1, 0, 1, 2, 7, 8, 9, 11, 12, 15, 16, 17, 255, 256, 257,
+        1023, 1024, 2047, 2048, 7999, 8000, 23536, 65535, 65536, INT_MAX - 1, INT_MAX,
+        kMaxElementCount - 1, kMaxElementCount, kMaxElementCount + 1};
+    // clang-format on
     switch (below(4)) {
         case 0:
             return edges[below(sizeof edges / sizeof edges[0])];

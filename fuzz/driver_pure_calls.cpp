@@ -40,12 +40,16 @@ Operation checksum(Choices &choices) {
 }
 
 Operation digit(Choices &choices) {
-    const int code = choices.below(256);
-    return pure([=] { return Outcome{ASCIIToDigital(code) * 256 + DigitalToASCII(code)}; },
-                [=] {
-                    const int value = code < '0' || code == '@' ? 0 : code < '@' ? code - '0' : code - 'A' + 10;
-                    return Outcome{value * 256 + (code < 10 ? code + '0' : code - 10 + 'A')};
-                });
+    const int code = choices.oneIn(2) ? choices.number() : choices.byte();
+    return pure(
+        [=] {
+            return Outcome{ASCIIToDigital(code), QByteArray::number(DigitalToASCII(code))};
+        },
+        [=] {
+            const int value = code < '0' || code == '@' ? 0 : code < '@' ? code - '0' : code - 'A' + 10;
+            const qint64 character = code < 10 ? code + '0' : code - 10LL + 'A';
+            return Outcome{value, QByteArray::number(reference::narrowed(character))};
+        });
 }
 
 Operation address(Choices &choices) {

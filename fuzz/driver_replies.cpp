@@ -62,6 +62,15 @@ Reply anyReply(Choices &choices, const Protocol *request, bool remoteMode) {
             const QByteArray bytes = choices.bytes(40);
             return {choices.oneIn(4), bytes, choices.oneIn(2) ? choices.number() : bytes.size()};
         }
+        case 6: {  // a station answers that was not asked
+            Reply reply = goodReply(choices, *request, remoteMode);
+            if (reply.bytes.size() > 2) {
+                reply.bytes.chop(2);
+                reply.bytes[0] = static_cast<char>(reply.bytes.at(0) + 1 + choices.below(4));
+                reply.bytes = reference::withCrc(reply.bytes);
+            }
+            return reply;
+        }
         default:
             return goodReply(choices, *request, remoteMode);
     }

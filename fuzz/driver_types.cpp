@@ -8,33 +8,17 @@
 namespace reference {
 
 Class classOf(int type) {
-    switch (type) {
-        case 0:
-        case 1:
-        case 2:
-        case 3:
-        case 4:
-        case 5:
-        case 6:
+    static const char letters[] = "BBBBBBBWWWWWPDPIIIPWIP";  // of types 0 to 21
+    switch (type >= 0 && type <= 21 ? letters[type] : ' ') {
+        case 'B':
             return Bit;
-        case 7:
-        case 8:
-        case 9:
-        case 10:
-        case 11:
-        case 19:
+        case 'W':
             return Word;
-        case 13:
+        case 'D':
             return DoubleWord;
-        case 12:
-        case 14:
-        case 18:
-        case 21:
+        case 'P':
             return Pair;
-        case 15:
-        case 16:
-        case 17:
-        case 20:
+        case 'I':
             return BitInWord;
         default:
             return NoType;
@@ -42,22 +26,16 @@ Class classOf(int type) {
 }
 
 int wireType(int type) {
-    switch (type) {
-        case 12:
-        case 15:
-            return 7;
-        case 14:
-        case 16:
-            return 8;
-        case 17:
-        case 18:
-            return 11;
-        case 20:
-        case 21:
-            return 19;
-        default:
-            return type;
+    if (type == 12 || type == 15) {
+        return 7;
     }
+    if (type == 14 || type == 16) {
+        return 8;
+    }
+    if (type == 17 || type == 18) {
+        return 11;
+    }
+    return type == 20 || type == 21 ? 19 : type;
 }
 
 qint64 startAddress(int type, qint64 address) {

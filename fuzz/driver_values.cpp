@@ -30,7 +30,7 @@ bool packedBit(const QByteArray &bytes, qint64 index) {
     return (byteAt(bytes, index / 8) >> (index % 8) & 1) != 0;
 }
 
-void put(QByteArray &out, quint32 value, int size) {
+void putLittle(QByteArray &out, quint32 value, int size) {
     for (int i = 0; i < size; ++i) {
         out.append(static_cast<char>(value >> (8 * i) & 0xFF));
     }
@@ -48,13 +48,13 @@ void Values::storeReply(const Protocol &request, const QByteArray &reply) {
             }
             break;
         case Word:
-            for (int i = 0; 2 * i < data.size(); ++i) {
-                at(var.station, var.elemType, qint64(var.address) + i) = big(data, 2 * i, 2);
+            for (qint64 i = 0; 2 * i < data.size(); ++i) {
+                at(var.station, var.elemType, var.address + i) = big(data, 2 * i, 2);
             }
             break;
         case DoubleWord:
-            for (int i = 0; 4 * i + 3 < data.size(); ++i) {
-                at(var.station, var.elemType, qint64(var.address) + i) = big(data, 4 * i, 4);
+            for (qint64 i = 0; 4 * i + 3 < data.size(); ++i) {
+                at(var.station, var.elemType, var.address + i) = big(data, 4 * i, 4);
             }
             break;
         default:
@@ -96,27 +96,27 @@ QByteArray Values::read(int type, int station, qint64 address, int count) {
     for (qint64 i = 0; i < count; ++i) {
         switch (classOf(type)) {
             case Bit:
-                put(out, at(station, wire, address + i), 1);
+                putLittle(out, at(station, wire, address + i), 1);
                 break;
             case Word:
-                put(out, at(station, wire, address + i), 2);
+                putLittle(out, at(station, wire, address + i), 2);
                 break;
             case DoubleWord:
                 if (i % 2 == 0) {
-                    put(out, at(station, wire, address + i / 2), 4);
+                    putLittle(out, at(station, wire, address + i / 2), 4);
                 }
                 break;
             case Pair:
                 if (i % 2 == 0) {
-                    put(out, at(station, wire, address + i + 1), 2);
-                    put(out, at(station, wire, address + i), 2);
+                    putLittle(out, at(station, wire, address + i + 1), 2);
+                    putLittle(out, at(station, wire, address + i), 2);
                 }
                 break;
             case BitInWord:
-                put(out, at(station, wire, (address + i) / 16) >> ((address + i) % 16) & 1, 1);
+                putLittle(out, at(station, wire, (address + i) / 16) >> ((address + i) % 16) & 1, 1);
                 break;
             case NoType:
-                put(out, 0, 2);
+                putLittle(out, 0, 2);
                 break;
         }
     }
