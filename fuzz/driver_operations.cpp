@@ -243,8 +243,8 @@ RW_VAR anyRecord(Choices &choices) {
     var.elemType = choices.elementType();
     var.addressText = choices.addressText(var.elemType);
     var.address = usual ? std::max(reference::elementAddress(var.elemType, var.addressText), 0) : choices.number();
-    var.station = usual ? choices.below(3) : choices.number();
-    var.count = usual ? choices.below(40) : choices.number();
+    var.station = usual ? 1 + choices.below(2) : choices.number();
+    var.count = usual ? 1 + choices.below(40) : choices.number();
     var.ownerId = usual ? choices.below(3) : choices.number();
     var.itemId = choices.below(3);
     var.nodeId = usual ? 0 : choices.below(3);

@@ -47,9 +47,10 @@ Reply anyReply(Choices &choices, const Protocol *request, bool remoteMode) {
             return reply;
         }
         case 2: {  // shorter or longer than expected, but a frame; the host may say either length
-            const int size = expectedSize(*request) + choices.below(16) - 8;
+            const int cut = choices.below(16);
+            const int size = expectedSize(*request) - (cut < 9 ? cut : 8 - cut);
             const QByteArray bytes = replyOf(choices, *request, remoteMode, size);
-            return {false, bytes, choices.oneIn(2) ? request->replyLength : bytes.size()};
+            return {false, bytes, choices.oneIn(2) ? bytes.size() : request->replyLength};
         }
         case 3: {  // a length of its own
             Reply reply = goodReply(choices, *request, remoteMode);
