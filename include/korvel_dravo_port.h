@@ -25,7 +25,11 @@
 #include <QtCore/QList>
 #include <QtCore/QString>
 
-/// Largest count a variable may have: the bits of 65,536 registers.
+/// Largest count a variable may have: the bits of 65,536 registers. Of every other type a controller holds at most
+/// 65,536; no call refuses the rest, so a host that takes counts from outside compares them first.
+/// What the largest calls cost, measured on amd64 at a frame limit of 1: a rebuild with ten word variables of this
+/// count makes 10,485,760 requests in 1 s of processor time and takes 0.92 GB (88 bytes each), twice that while the
+/// list before is still there; one write to the device 1,048,576 requests and 0.24 GB. One-shot reads end at 1024.
 enum { kMaxElementCount = 1048576 };
 
 /// Settings and counters of the line. Owned by the host, borrowed by the driver from SetComInfo on, never freed.

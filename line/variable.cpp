@@ -85,9 +85,10 @@ QList<VariableFault> resolve(Variable *variable) {
         fault("address", QString::fromLatin1("'%1' is no address of type %2, which takes %3")
                              .arg(variable->addressText, QString::number(variable->elemType), addressRule(*type)));
     } else if (!resolveElements(*type, countGood ? variable : &first)) {
-        fault("address", QString::fromLatin1("reaches beyond the controller's %1 %2")
+        fault("address", QString::fromLatin1("reaches beyond the controller's %1 %2 with a count of %3")
                              .arg(kLastModbusAddress + 1)
-                             .arg(QLatin1String(type->elementClass == BitClass ? "coils" : "registers")));
+                             .arg(QLatin1String(type->elementClass == BitClass ? "coils" : "registers"))
+                             .arg(countGood ? variable->count : 1));
     }
     if (variable->station < 1 || variable->station > kLastStation) {
         fault("station", QString::fromLatin1("must be 1 to %1").arg(kLastStation));

@@ -323,9 +323,11 @@ void Soak::lookAtShown() {
         if (isSecondHalf && ((value ^ byteOf(values, 2 * i)) & 63) != 0) {  // both count on together
             fail("a 32-bit value is shown whose halves were not read together");
         }
-        if (!wire_.holdingRegister(one.station, one.elementAddress + i).heldBetween(quint16(value), since, nowUs_)) {
+        const int address = one.elementAddress + i;
+        const Us from = std::max(since, writtenUs_[{one.station, address}]);
+        if (!wire_.holdingRegister(one.station, address).heldBetween(quint16(value), from, nowUs_)) {
             fail("station " + std::to_string(one.station) + " is shown with " + std::to_string(value) + " at " +
-                 std::to_string(one.elementAddress + i));
+                 std::to_string(address));
         }
     }
 }
@@ -411,6 +413,13 @@ void Soak::lookAtOperation(const dravo::LineEvent &event) {
     }
     if (event.done && found->second.write && found->second.station != 0 && !wasCarriedOut(found->second)) {
         fail("write " + std::to_string(event.operation) + " is done and was not carried out");
+    }
+    const Asked &asked = found->second;
+    for (const int station : kStations) {
+        const bool reached = asked.station == 0 || asked.station == station;
+        for (int i = 0; event.done && reached && !asked.coils && i < asked.values.size(); ++i) {
+            writtenUs_[{station, asked.address + i / 2}] = nowUs_;
+        }
     }
     operationsDone_ += event.done ? 1 : 0;
     pending_.erase(found);

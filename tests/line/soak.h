@@ -2,7 +2,8 @@
 // - a value that was read is one that its controller held at that address between the sending and the reply;
 // - a write that is done was carried out after it was asked for; none was carried out after an overlapping later one
 //   was sent; the neighbours of a written bit stay as they are;
-// - a value that is shown as fresh is one that its controller held not much longer ago than it says;
+// - a value that is shown as fresh is one that its controller held not much longer ago than it says, and not before a
+//   write of it was done;
 // - every write and one-shot read has exactly one outcome; an exception that is believed was meant.
 #ifndef DRAVO_TESTS_LINE_SOAK_H
 #define DRAVO_TESTS_LINE_SOAK_H
@@ -83,6 +84,7 @@ private:
     };
     std::deque<Sending> sendings_;
     std::map<int, Asked> pending_;
+    std::map<std::pair<int, int>, Us> writtenUs_;  // by station and register, when the last write was done
     quint16 nextValue_ = 1;
     std::set<int> down_;
     QVector<dravo::Variable> watched_;

@@ -8,6 +8,7 @@
 #include "line/desk.h"
 #include "line/soak.h"
 #include "line/station_backoff.h"
+#include "support/frame_text.h"
 
 using dravo::Condition;
 using dravo::LineEvent;
@@ -30,19 +31,27 @@ TEST(Line, DeadStationCostsSixPercentAtMostAndItsOperationsFail) {
     desk.run(desk.now + 60 * kSecond);
     EXPECT_GE(1.06 * double(counts.answered - before), 60 / 0.0423) << "8 characters, 5 ms, 21 characters, silence";
     EXPECT_EQ(desk.line.stateOf(variables.last(), desk.now).condition, Condition::Down);
-    QMap<int, int> outcomes;
-    for (int i = 0; i < 6; ++i) {
-        ++outcomes[desk.line.readOnce(variables.last())];
-        ++outcomes[desk.line.write(variables.last(), QByteArray(16, char(i)))];
-    }
-    desk.run(desk.now + 60 * kSecond, [&](const LineEvent &event) {
-        if (event.kind == LineEvent::Operation) {
-            EXPECT_TRUE(!event.done && event.failure == LineEvent::NoAnswer && event.station == 9);
-            EXPECT_EQ(outcomes.take(event.operation), 1);
+    dravo::Variable everywhere = variables.first();
+    everywhere.station = 0;
+    for (int round = 0; round < 2; ++round) {  // in the second one the station rests first
+        QMap<int, int> outcomes;
+        for (int i = 0; i < 6; ++i) {
+            ++outcomes[desk.line.readOnce(variables.last())];
+            ++outcomes[desk.line.write(variables.last(), QByteArray(16, char(i)))];
         }
-        return false;
-    });
-    EXPECT_TRUE(outcomes.isEmpty());
+        const int last = desk.line.write(everywhere, QByteArray(16, '\0'));
+        ++outcomes[last];
+        desk.run(desk.now + 60 * kSecond, [&](const LineEvent &event) {
+            EXPECT_FALSE(event.cyclic && event.station == 9) << "once down, it costs probes and operations alone";
+            if (event.kind == LineEvent::Operation) {
+                EXPECT_EQ(event.done, event.operation == last && outcomes.size() == 1);
+                EXPECT_TRUE(event.done || (event.failure == LineEvent::NoAnswer && event.station == 9));
+                EXPECT_EQ(outcomes.take(event.operation), 1);
+            }
+            return outcomes.isEmpty();
+        });
+        EXPECT_TRUE(outcomes.isEmpty());
+    }
 }
 
 TEST(Line, StatesFollowReadsWritesRefusalsAndADeadStation) {
@@ -90,6 +99,56 @@ TEST(Line, StatesFollowReadsWritesRefusalsAndADeadStation) {
     EXPECT_EQ(counts.exceptions[2], refusals) << "asked again too soon";
     desk.run(75 * kSecond);
     EXPECT_GT(counts.exceptions[2], refusals) << "never asked again";
+}
+
+TEST(Line, AStationIsProbedAfterARestartThoughAProbeWasWaiting) {
+    WireFaults faults;
+    faults.deadStation = 3;  // from 10 s to 20 s
+    Desk desk(at9600(), faults, wireAt9600());
+    desk.line.watch({variable(1, 7, "100"), variable(2, 7, "100"), variable(3, 7, "100")}, 0);
+    desk.run(20 * kSecond, [](const LineEvent &event) { return event.kind == LineEvent::StationDown; });
+    ASSERT_TRUE(desk.line.isDown(3));
+    desk.run(desk.line.nextProbeUs(3));
+    ASSERT_EQ(desk.line.next(desk.now).kind, dravo::Step::Wait) << "for the answer to another request";
+    desk.line.restart(desk.now);
+    desk.run(45 * kSecond);
+    EXPECT_FALSE(desk.line.isDown(3));
+}
+
+TEST(Line, ARequestThatWasHeldWaitsOnceAndGetsItsAnswer) {
+    dravo::LineSettings settings = at9600();
+    settings.retries = 1;
+    for (const int sendings : {3, 4}) {  // the third is held, the fourth its retry
+        dravo::Line line(settings, 0);
+        line.watch({variable(1, 7, "100"), variable(1, 7, "200")}, 0);  // whose answers look alike
+        Us now = 0;
+        for (int sent = 0; sent < sendings;) {
+            const dravo::Step step = line.next(now);
+            sent += step.kind == dravo::Step::Send ? 1 : 0;
+            now = step.untilUs;
+        }
+        line.received(withCrc("0103 02 0001"), now + 50000);  // in one portion, and nobody looked before
+        const dravo::LineCounts &counts = line.statistics().line().counts;
+        EXPECT_EQ((QList<qint64>{counts.waits, counts.lateDropped}), (QList<qint64>{1, 0})) << sendings;
+    }
+}
+
+TEST(Line, OfEventsThatNobodyTakesOutcomesStay) {
+    dravo::Line line(at9600(), 0);
+    line.watch({variable(1, 7, "100")}, 0);
+    const int operation = line.readOnce(variable(1, 7, "200"));
+    Us now = 0;
+    for (int i = 0; i < 20000; ++i) {
+        const dravo::Step step = line.next(now);
+        now = step.untilUs;
+        line.received(step.kind == dravo::Step::Send ? withCrc("0103 02 0001") : QByteArray(), now);
+    }
+    int events = 0;
+    int outcomes = 0;
+    for (LineEvent event; line.takeEvent(&event); ++events) {
+        outcomes += event.kind == LineEvent::Operation && event.operation == operation ? 1 : 0;
+    }
+    EXPECT_TRUE(outcomes == 1 && events == 4096) << outcomes << " of " << events;
 }
 
 // Under the sanitizers, which have an allocator of their own, it says nothing.
@@ -160,17 +219,19 @@ TEST(Line, NoRequestIsLongerThanModbusAllowsOrTearsAValue) {
         dravo::LineSettings settings = at9600();
         settings.merge = merge;
         settings.frameLimit = 125;
+        settings.timeoutUs = 20000;  // and no lifetime given: the longest answer alone takes 292 ms
         settings.staleAfterUs = 100 * kSecond;
         Desk desk(settings, WireFaults(), wireAt9600());
         desk.wire.alarm = [](const std::string &what) { ADD_FAILURE() << what; };
         const QVector<dravo::Variable> variables = {variable(1, 13, "10", 150), variable(1, 12, "201", 150),
-                                                    variable(1, 7, "1000", 200), variable(1, 1, "0", 1500)};
+                                                    variable(1, 7, "1000", 200), variable(1, 1, "0", 1968)};
         desk.line.watch(variables, 0);
         desk.run(5 * kSecond);
         for (const dravo::Variable &one : variables) {
             EXPECT_GT(desk.line.write(one, QByteArray(4 * one.count, '\x01')), 0);
             EXPECT_GT(desk.line.readOnce(one), 0);
         }
+        EXPECT_EQ(desk.line.write(variable(1, 1, "0", 1969), QByteArray()), 0) << "more than one request carries";
         desk.run(60 * kSecond);
         EXPECT_EQ(desk.line.statistics().line().counts.failures[dravo::LineCounts::NoAnswer], 0);
         for (const dravo::Variable &one : variables) {

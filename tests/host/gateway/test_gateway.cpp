@@ -119,7 +119,7 @@ TEST_F(GatewayTest, RefusesEverythingElseAndLosesNothingElse) {
         R"({"write": {"label": "speed", "values": []}})",
         R"({"write": {"label": "speed", "values": [1, 2]}})",
         R"({"write": {"label": "speed", "values": [0.05]}})",
-        R"({"write": {"label": "speed", "values": [1.00000000000000001]}})",
+        R"({"write": {"label": "speed", "values": [1.0000000000000001]}})",
         R"({"write": {"label": "speed", "values": [null]}})",
         R"({"write": {"label": "speed", "values": [3276.8]}})",
         R"({"write": {"label": "speed", "values": [1], "station": 2}})",

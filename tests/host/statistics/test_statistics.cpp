@@ -21,11 +21,17 @@ TEST(Statistics, FitEveryWidthAndCutNothing) {
             row.station = int(random() % 256);
             row.isDown = random() % 2 != 0;
             dravo::LineCounts &counts = row.counts;
-            for (qint64 *count : {&counts.sendings, &counts.retries, &counts.failures[1], &counts.bytesOut}) {
+            for (qint64 *count : {&counts.sendings, &counts.retries, &counts.answered, &counts.failures[0],
+                                  &counts.failures[1], &counts.failures[2], &counts.lateDropped, &counts.foreignDropped,
+                                  &counts.echoes, &counts.waits, &counts.bytesOut, &counts.bytesIn}) {
                 *count = (Q_INT64_C(1) << 53) >> (random() % 54);  // what JSON holds
                 figures += QString::number(*count);
             }
             counts.exceptions[2] = counts.retries;
+            for (qint64 *us : {&row.medianUs, &row.percent95Us, &row.percent99Us, &row.longestUs, &counts.waitedUs}) {
+                *us = qint64(random() % 10000000) * 100;
+                figures += QString::number(double(*us) / 1000, 'f', 1);
+            }
         }
         rows.last().station.reset();
         const QStringList lines = statisticsTable(rows, width);
@@ -71,6 +77,8 @@ TEST(Statistics, CountEachReadingOnceInEveryForm) {
                 statistics.passDone(event.passUs, now);
                 statistics.rows(now);  // to look does not count again
                 statistics.markRecord(now);
+                const StatisticsShare none = statistics.rows(now).last().recent;
+                EXPECT_EQ(std::make_tuple(none.us, none.values, none.busyUs), std::make_tuple(0, 0, 0));
             }
         }
     }

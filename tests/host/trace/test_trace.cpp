@@ -100,6 +100,9 @@ TEST(Trace, LineSaysWhoWhatWhereAndWhatBecameOfIt) {
               "7.6 ms: 10100001 01 | 02 0f 04 b8 00 0a 02 85 02 35 d6");
     frame.kind = TracedFrame::Reply;
     frame.sent = false;
+    frame.request = QByteArray::fromHex("020104b8000a3d0b");
+    frame.bytes = QByteArray::fromHex("0201028502bf2d");
+    EXPECT_TRUE(traceLine(frame, 0).contains(QLatin1String(" 7.6 ms: 10100001 01 | "))) << "without the last padding";
     frame.elements = {2, 13, 5, 1};
     frame.request = QByteArray::fromHex("0203245e00022f1a");
     frame.bytes = QByteArray::fromHex("0203043b9aca0035b6");
