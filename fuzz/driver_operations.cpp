@@ -238,12 +238,13 @@ Operation callInCallback(Choices &choices, Budget &budget) {
 }
 
 RW_VAR anyRecord(Choices &choices) {
+    static const int stations[] = {1, 2, 1, 0};
     RW_VAR var = RW_VAR();
     const bool usual = !choices.oneIn(4);
     var.elemType = choices.elementType();
     var.addressText = choices.addressText(var.elemType);
     var.address = usual ? std::max(reference::elementAddress(var.elemType, var.addressText), 0) : choices.number();
-    var.station = usual ? 1 + choices.below(2) : choices.number();
+    var.station = usual ? stations[choices.below(4)] : choices.number();
     var.count = usual ? 1 + choices.below(40) : choices.number();
     var.ownerId = usual ? choices.below(3) : choices.number();
     var.itemId = choices.below(3);
