@@ -36,7 +36,7 @@ inline WireTimes wireAt9600() {
 class Desk {
 public:
     Desk(const dravo::LineSettings &settings, const WireFaults &faults, const WireTimes &times, unsigned seed = 1)
-        : wire(faults, times, {1, 2, 3}, seed), line(settings, 0) {
+        : wire(faults, times, {1, 2, 3}, Draws(seed)), line(settings, 0) {
         wire.alarm = [](const std::string &) {};
         wire.written = [](int, bool, int, quint16, quint16) {};
     }

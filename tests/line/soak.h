@@ -16,10 +16,11 @@
 
 class Soak {
 public:
-    /// Draws line, controllers and host from a seed.
-    explicit Soak(unsigned seed);
+    /// Draws line, controllers and host. seed: how a report names it.
+    Soak(Draws draws, unsigned seed);
+    explicit Soak(unsigned seed) : Soak(Draws(seed), seed) {}
 
-    /// Runs until so many frames went out. @return what went wrong, empty: nothing.
+    /// Runs until so many frames went out, or the draws are spent. @return what went wrong, empty: nothing.
     std::string run(int exchanges);
 
     int exchanges() const { return exchanges_; }
@@ -42,8 +43,8 @@ private:
         Us us;
     };
 
-    static WireFaults drawnFaults(std::mt19937 &random);
-    static dravo::LineSettings drawnSettings(std::mt19937 &random, const WireTimes &times, const WireFaults &faults);
+    static WireFaults drawnFaults(Draws &random);
+    static dravo::LineSettings drawnSettings(Draws &random, const WireTimes &times, const WireFaults &faults);
     void watchSomething();
     void askSomething();
     void askWrite(int station);
@@ -64,7 +65,7 @@ private:
     int below(int bound) { return int(wire_.between(0, bound - 1)); }
 
     const unsigned seed_;
-    std::mt19937 random_;
+    Draws random_;
     const WireTimes times_;
     const WireFaults faults_;
     Wire wire_;

@@ -60,8 +60,8 @@ bool Cell::writtenBetween(Us from, Us to, const std::function<bool(quint16)> &ri
     });
 }
 
-Wire::Wire(const WireFaults &faults, const WireTimes &times, const std::vector<int> &stations, unsigned seed)
-    : faults_(faults), times_(times), stations_(stations), random_(seed) {}
+Wire::Wire(const WireFaults &faults, const WireTimes &times, const std::vector<int> &stations, Draws draws)
+    : faults_(faults), times_(times), stations_(stations), draws_(std::move(draws)) {}
 
 QByteArray Wire::atController(const QByteArray &frame) const {
     if (!faults_.remote) {

@@ -1,4 +1,4 @@
-// A serial line with controllers in virtual time, drawn from a seed: replies come late, in order or overtaking, bytes
+// A serial line with controllers in virtual time, drawn from a seed or bytes: replies come late, in order or overtaking, bytes
 // are lost, cut, altered and added, frames of others pass by, an adapter may echo, stations die and come back. Every
 // sending is answered once at most, and within the reply lifetime or never.
 #ifndef DRAVO_TESTS_LINE_WIRE_H
@@ -9,9 +9,10 @@
 #include <deque>
 #include <functional>
 #include <map>
-#include <random>
 #include <string>
 #include <vector>
+
+#include "line/draws.h"
 
 using Us = qint64;
 
@@ -69,7 +70,7 @@ private:
 
 class Wire {
 public:
-    Wire(const WireFaults &faults, const WireTimes &times, const std::vector<int> &stations, unsigned seed);
+    Wire(const WireFaults &faults, const WireTimes &times, const std::vector<int> &stations, Draws draws);
 
     void setFaults(const WireFaults &faults) { faults_ = faults; }
     /// What reaches the controller: of a remote frame the request that its node makes of it.
@@ -91,9 +92,8 @@ public:
     /// by accident once in 65,536 times.
     bool isGenuine(const QByteArray &frame) const;
     Us charactersUs(qint64 characters) const { return characters * 11 * 1000000 / times_.baud; }
-    std::mt19937 &random() { return random_; }
-    bool chance(double probability) { return std::uniform_real_distribution<double>(0, 1)(random_) < probability; }
-    Us between(Us from, Us to) { return std::uniform_int_distribution<Us>(from, std::max(from, to))(random_); }
+    bool chance(double probability) { return draws_.chance(probability); }
+    Us between(Us from, Us to) { return draws_.between(from, to); }
 
     /// Called for what a controller must never be made to do.
     std::function<void(const std::string &)> alarm;
@@ -127,7 +127,7 @@ private:
     WireFaults faults_;
     const WireTimes times_;
     std::vector<int> stations_;
-    std::mt19937 random_;
+    Draws draws_;
     std::map<std::pair<int, int>, Cell> registers_, coils_;
     std::multimap<Us, std::function<void()>> events_;
     std::map<int, Us> lastReplyUs_;  // of a station, where replies keep their order

@@ -29,7 +29,7 @@ TEST(Trace, EveryByteOnceInOrderAndJudgedAsTheEngineDid) {
         faults.echo = seed % 2 == 0;
         dravo::LineSettings settings = at9600();
         settings.timeoutUs = 100000;
-        Wire wire(faults, wireAt9600(), {1, 2, 3}, seed);
+        Wire wire(faults, wireAt9600(), {1, 2, 3}, Draws(seed));
         wire.alarm = [](const std::string &) {};
         wire.written = [](int, bool, int, quint16, quint16) {};
         dravo::Line line(settings, 0);
