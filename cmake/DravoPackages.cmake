@@ -1,12 +1,8 @@
 # cpack -G DEB: libkorvel-dravo-port1, what a panel needs, libkorvel-dravo-port-dev, what is needed to build a host, and
 # dravo-host, the tool.
-if(CMAKE_LIBRARY_ARCHITECTURE STREQUAL "x86_64-linux-gnu")
-    set(debian_arch amd64)
-elseif(CMAKE_LIBRARY_ARCHITECTURE STREQUAL "i386-linux-gnu")
-    set(debian_arch i386)
-elseif(CMAKE_LIBRARY_ARCHITECTURE STREQUAL "arm-linux-gnueabihf")
-    set(debian_arch armhf)
-else()
+include(DravoArchitecture)
+dravo_architecture(debian 1 "${CMAKE_LIBRARY_ARCHITECTURE}")
+if(NOT debian_arch)
     return()  # no Debian architecture that is built here
 endif()
 
