@@ -12,3 +12,18 @@ function(dravo_compile target standard)
         target_link_options(${target} PRIVATE -fsanitize=${DRAVO_SANITIZE})
     endif()
 endfunction()
+
+# dravo_harden(target): what Debian 12 builds its programs with (dpkg-buildflags, hardening=+all), wherever it is built.
+# Not with sanitizers, which look further, nor in debug builds, where fortified calls need an optimiser.
+# scripts/check-hardening compares.
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+function(dravo_harden target)
+    set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+    target_compile_options(${target} PRIVATE -Wformat -Werror=format-security -Wdate-time)
+    if(NOT DRAVO_SANITIZE)
+        target_compile_options(${target} PRIVATE
+            -fstack-protector-strong "$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+    endif()
+    target_link_options(${target} PRIVATE -Wl,-z,relro,-z,now)
+endfunction()
