@@ -1,7 +1,4 @@
 # 32-bit ARM panels, hard-float calling convention. The compiler's baseline is ARMv7-A with VFPv3-D16.
 set(CMAKE_SYSTEM_PROCESSOR armv7l)
 set(dravo_debian_arch armhf)
-set(dravo_compiler_prefix arm-linux-gnueabihf-)
-set(CMAKE_LIBRARY_ARCHITECTURE arm-linux-gnueabihf)
-set(dravo_emulator qemu-arm)
 include(${CMAKE_CURRENT_LIST_DIR}/debian_sysroot.cmake)

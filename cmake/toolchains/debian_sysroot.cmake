@@ -1,8 +1,11 @@
 # Common half of the toolchain files: a Debian cross compiler, the sysroot that scripts/make-sysroot made, and qemu-user
 # to run the tests. DRAVO_SYSROOT names another sysroot, for example a board's.
+include(${CMAKE_CURRENT_LIST_DIR}/../DravoArchitecture.cmake)
+dravo_architecture(dravo 0 ${dravo_debian_arch})
 set(CMAKE_SYSTEM_NAME Linux)
-set(CMAKE_C_COMPILER ${dravo_compiler_prefix}gcc)  # libraries built along with the tests ask for it
-set(CMAKE_CXX_COMPILER ${dravo_compiler_prefix}g++)
+set(CMAKE_LIBRARY_ARCHITECTURE ${dravo_triplet})
+set(CMAKE_C_COMPILER ${dravo_compiler}gcc)  # libraries built along with the tests ask for it
+set(CMAKE_CXX_COMPILER ${dravo_compiler}g++)
 
 if(NOT DRAVO_SYSROOT)
     if(DEFINED ENV{XDG_CACHE_HOME} AND NOT "$ENV{XDG_CACHE_HOME}" STREQUAL "")
