@@ -115,4 +115,15 @@ TEST_F(AllClasses, AreWrittenAndShownAndNothingElseChanges) {
     }
 }
 
+TEST(Write, SaysWhetherItMayHaveBeenCarriedOut) {
+    const std::pair<const char *, bool> faults[] = {
+        {"exception=1", true}, {"noreply=1", true}, {"refuse=1:100", false}};
+    for (const auto &[fault, maybe] : faults) {
+        Program write(QString("write 7 100 5 --retries 0 --timeout 60 --unpaced --faults %1").arg(fault).split(' '));
+        EXPECT_EQ(write.output(), QString());
+        EXPECT_EQ(write.exitCode(), 1);
+        EXPECT_EQ(write.readAllStandardError().contains("it may have been carried out"), maybe) << fault;
+    }
+}
+
 }  // namespace

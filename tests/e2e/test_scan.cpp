@@ -4,6 +4,8 @@
 #include <QtCore/QJsonObject>
 
 #include "e2e/program.h"
+#include "host/scan/scan_time.h"
+#include "host/scan/sweep.h"
 
 namespace {
 
@@ -52,6 +54,27 @@ TEST(Scan, FindsTheStationsWithTheirSettingsAndNoOthersTwice) {
     stopped.terminate();
     EXPECT_EQ(found(&stopped), onFast) << "the rest takes ten seconds";
     EXPECT_TRUE(stopped.readAllStandardError().contains("1 of 2 settings"));
+}
+
+TEST(Scan, AsksAgainWhoDidNotAnswerWhole) {
+    Sweep sweep({1, 2, 3}, 2);
+    QStringList asked;
+    while (const std::optional<int> station = sweep.next()) {
+        asked += QString("%1 at %2").arg(*station).arg(qRound(sweep.done() * 6));
+        dravo::LineEvent exchange;
+        exchange.station = *station;
+        exchange.failure = *station == 1   ? dravo::LineEvent::NoAnswer
+                           : *station == 2 ? dravo::LineEvent::Refused
+                                           : dravo::LineEvent::Damaged;
+        sweep.judged(exchange);
+    }
+    EXPECT_EQ(asked.join(", ").toStdString(), "1 at 1, 2 at 2, 3 at 3, 1 at 4, 3 at 6");
+    dravo::LineSettings line;
+    line.baud = 9600;
+    line.timeoutUs = 100000;
+    line.lifetimeUs = 300000;
+    EXPECT_EQ(longestSweepUs(line, 1, 2), 931500) << "the same station once in a lifetime";
+    EXPECT_EQ(longestSweepUs(line, 10, 1), 1477500);
 }
 
 }  // namespace

@@ -61,6 +61,7 @@ TEST(MonitorModel, TellsValuesWhatIsWrongAndFigures) {
         " -1.0 4.5 \u00b0C              71    its part 100 to 101, refused: device failure (exception 4)\n");
     told(QByteArray());
     EXPECT_EQ(told(QByteArray()).meaning, QString("no reply for 2 s, next try in 1 s"));
+    EXPECT_TRUE(model.shown(variable, now + 999999).meaning.endsWith("next try in 1 s")) << "not in 0 s";
     EXPECT_TRUE(model.anyFailed());
 }
 

@@ -60,7 +60,7 @@ TEST(TagList, ReportsEveryFaultWithLineAndColumn) {
     for (const char *whole : {"", kHeader, "a,7,100,1,2\n", "label,type,address,station,count\n\xff,7,1,1,1\n"}) {
         EXPECT_EQ(parseTagList(whole).faults.size(), 1) << whole;
     }
-    const QStringList many = parseTagList(kHeader + QByteArray("x\n").repeated(1000000)).faults;
+    const QStringList many = parseTagList(kHeader + QByteArray("x\n").repeated(1000000).chopped(1)).faults;
     EXPECT_EQ(many.mid(20), (QStringList{"999980 lines more are not read"}));
 }
 
