@@ -44,7 +44,7 @@ QStringList TagColumns::read(const CsvRow &header) {
     if (header.badField != 0) {
         faults.append(fault(header, header.badField, header.badReason));
     }
-    for (int i = 0; i < names_.size(); ++i) {
+    for (int i = 0; i < names_.size() && faults.size() < kMostTagFaults; ++i) {
         const QString &name = names_.at(i);
         if (names_.indexOf(name) < i) {
             faults.append(fault(header, i + 1, quoted(name) + QStringLiteral(" is there twice")));

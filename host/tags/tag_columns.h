@@ -4,9 +4,13 @@
 
 #include "host/tags/csv_text.h"
 
+/// Faults of a tag list after which nobody reads on.
+constexpr int kMostTagFaults = 20;
+
 class TagColumns {
 public:
-    /// @return the faults of the first line. Empty: every column is known and there once, the needed ones are there.
+    /// @return the first faults of the first line. Empty: every column is known and there once, the needed ones are
+    ///         there.
     QStringList read(const CsvRow &header);
     /// Whether the other lines can be read, despite faults of the first.
     bool complete() const;

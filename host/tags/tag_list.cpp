@@ -14,7 +14,6 @@ static void registerSample() {
 
 namespace {
 
-constexpr int kMostFaults = 20;  // then nobody reads on
 constexpr qint64 kLargestFile = 16LL * 1024 * 1024;
 
 class TagListReader {
@@ -28,14 +27,15 @@ public:
             return list_;
         }
         bool any = false;
-        while (list_.faults.size() < kMostFaults && reader.next(&row)) {
+        while (list_.faults.size() < kMostTagFaults && reader.next(&row)) {
             any = true;
             readRow(row);
         }
         const int left = reader.linesLeft();
-        if (!any) {
+        const bool readsOn = list_.faults.size() < kMostTagFaults;
+        if (!any && readsOn) {
             list_.faults.append(QStringLiteral("line 2: the list names no variable"));
-        } else if (list_.faults.size() >= kMostFaults && left > 0) {
+        } else if (!readsOn && left > 0) {
             list_.faults.append(QStringLiteral("%1 lines more are not read").arg(left));
         }
         return list_;

@@ -62,6 +62,8 @@ TEST(TagList, ReportsEveryFaultWithLineAndColumn) {
     }
     const QStringList many = parseTagList(kHeader + QByteArray("x\n").repeated(1000000)).faults;
     EXPECT_EQ(many.mid(20), (QStringList{"999980 lines more are not read"}));
+    const QByteArray wide = QByteArray(kHeader).chopped(1) + QByteArray(",x").repeated(100000) + "\na\n";
+    EXPECT_EQ(parseTagList(wide).faults.mid(20), (QStringList{"1 lines more are not read"}));
 }
 
 TEST(TagList, FindsColumnsByNameAndNamesFileAndValueInFaults) {
