@@ -257,6 +257,10 @@ qint64 CallLoop::readyUs() const {
     return qMax(us, qMin(quietUs, qMax(us, current_.readySinceUs) + patienceUs));
 }
 
+qint64 CallLoop::inputEndsUs() const {
+    return finder_.isArriving() ? finder_.lastByteUs() + times_.silenceUs() : kNever;
+}
+
 Step CallLoop::send() {
     const QByteArray &frame = current_.request.shape.frame;
     current_.positionAtSending = finder_.position();
@@ -311,8 +315,9 @@ bool CallLoop::isConcluded(qint64 *untilUs) const {
         *untilUs = arriving ? qMin(deadlineUs, silentUs) : deadlineUs;
         return false;
     }
-    if (arriving && nowUs_ < deadlineUs + times_.charactersUs(kLongestModbusFrame)) {
-        *untilUs = silentUs;
+    const qint64 latestUs = deadlineUs + times_.charactersUs(kLongestModbusFrame);
+    if (arriving && nowUs_ < latestUs) {
+        *untilUs = qMin(silentUs, latestUs);
         return false;
     }
     return true;

@@ -28,6 +28,8 @@ public:
     qint64 nowUs() const { return nowUs_; }
     /// Nothing is sent before, be it for the silence at the start.
     qint64 lineFreeUs() const { return lineFreeUs_; }
+    /// When silence ends what is arriving, which may be a frame then; the end of time: nothing is.
+    qint64 inputEndsUs() const;
     /// The bytes of the last Step::Send have been handed to the port.
     void sent(qint64 nowUs);
     /// The port was closed and opened again: what was on the line is lost or may still come.

@@ -89,6 +89,7 @@ Step Line::Parts::next(qint64 hostUs) {
                 }
                 step.untilUs = qMin(step.untilUs, qMin(loop.stations().nextDueUs(), turns.nextUs(loop)));
                 step.untilUs = mayFetch ? step.untilUs : qMin(step.untilUs, passes.dueUs());
+                step.untilUs = qMin(step.untilUs, loop.inputEndsUs());
             }
             return step;
         }
