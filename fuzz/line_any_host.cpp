@@ -298,7 +298,8 @@ void AnyHost::settle(Us us) {
     const bool tooEarly = untouched_ && nowUs_ < untilUs_;
     const dravo::Step step = line_.next(us);
     expect(!tooEarly || step.kind == dravo::Step::Wait, "a frame goes out before the time that was named");
-    takeEvents();
+    const bool anyLeft = !tookEvents_;
+    expect(takeEvents() == 0 || anyLeft || !tooEarly, "something happens before the time that was named");
     take(step);
 }
 
@@ -356,13 +357,15 @@ void AnyHost::looksRight(const QByteArray &frame) const {
     expect(station != 0 || function > 4, "everybody is asked for a value");
 }
 
-void AnyHost::takeEvents() {
+int AnyHost::takeEvents() {
+    tookEvents_ = takesEvents_;
     if (!takesEvents_) {
         eventsMissed_ = true;
-        return;
+        return 0;
     }
+    int taken = 0;
     int droppable = 0;
-    for (dravo::LineEvent event; line_.takeEvent(&event);) {
+    for (dravo::LineEvent event; line_.takeEvent(&event); ++taken) {
         droppable += event.kind == dravo::LineEvent::Exchange || event.kind == dravo::LineEvent::PassDone ? 1 : 0;
         take(event);
     }
@@ -370,6 +373,7 @@ void AnyHost::takeEvents() {
     for (const int station : kStations) {
         expect(line_.isDown(station) == (down_.count(station) != 0), "a station is down, and no event said so");
     }
+    return taken;
 }
 
 void AnyHost::take(const dravo::LineEvent &event) {

@@ -42,7 +42,8 @@ private:
     /// are.
     QByteArray atController(const QByteArray &frame) const;
     void looksRight(const QByteArray &frame) const;
-    void takeEvents();
+    /// @return how many.
+    int takeEvents();
     void take(const dravo::LineEvent &event);
     void takeExchange(const dravo::LineEvent &event);
     void look();
@@ -58,6 +59,7 @@ private:
     std::set<int> pending_;
     std::set<int> down_;
     bool takesEvents_ = true;
+    bool tookEvents_ = true;  // all of them, the last time
     bool eventsMissed_ = false;  // some since the last sending
     bool judged_ = true;         // the last sending
     bool untouched_ = true;      // since untilUs_ was named
