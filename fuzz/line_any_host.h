@@ -59,7 +59,7 @@ private:
     std::set<int> pending_;
     std::set<int> down_;
     bool takesEvents_ = true;
-    bool tookEvents_ = true;  // all of them, the last time
+    bool tookEvents_ = true;     // all of them, the last time
     bool eventsMissed_ = false;  // some since the last sending
     bool judged_ = true;         // the last sending
     bool untouched_ = true;      // since untilUs_ was named

@@ -15,9 +15,6 @@ void readAsValues(const QByteArray &text);
 void readAsFaults(const QByteArray &text);
 void readAsTurnarounds(const QByteArray &text);
 void readAsLists(const QByteArray &text);
-void readAsOptionFile(const QByteArray &text);
-/// Lines: the arguments, an empty one, and those of an option file.
-void readAsCommandLine(const QByteArray &text);
 void readAsGatewayCommand(const QByteArray &text);
 
 /// That something is refused in words: none of its faults is empty.
