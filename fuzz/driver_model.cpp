@@ -1,7 +1,5 @@
 #include "fuzz/driver_model.h"
 
-#include <climits>
-
 #include "fuzz/driver_cuts.h"
 #include "fuzz/driver_frames.h"
 #include "fuzz/driver_types.h"
