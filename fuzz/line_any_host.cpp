@@ -11,7 +11,7 @@ namespace {
 constexpr Us kNever = INT64_MAX;
 constexpr int kMostActs = 200;
 constexpr int kMostTurns = 24;
-constexpr int kUntaken = 16;
+constexpr int kUntaken = 256;
 constexpr int kMostDroppableEvents = 4096;
 constexpr int kReceivedKept = 1 << 16;
 constexpr int kFarFuture = 50;  // bits of the longest pause
@@ -274,10 +274,12 @@ void AnyHost::letTimePass() {
     nowUs_ = qMin(nowUs_, farthest);
 }
 
-// An ordinary line for some turns; while nobody takes events, for so many that the engine has to drop some.
+// An ordinary line for some turns; where nobody takes events, now and then for so many that the engine has to drop
+// some.
 void AnyHost::letMuchHappen() {
     const bool answers = below(4) != 0;
-    for (int turn = below(kMostTurns) * (takesEvents_ ? 1 : kUntaken); turn > 0; --turn) {
+    const bool forLong = !takesEvents_ && below(8) == 7;
+    for (int turn = below(kMostTurns) * (forLong ? kUntaken : 1); turn > 0; --turn) {
         if (answers && !sent_.isEmpty()) {
             receive(drawnAnswer());
         }

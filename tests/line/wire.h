@@ -1,6 +1,6 @@
-// A serial line with controllers in virtual time, drawn from a seed or bytes: replies come late, in order or overtaking, bytes
-// are lost, cut, altered and added, frames of others pass by, an adapter may echo, stations die and come back. Every
-// sending is answered once at most, and within the reply lifetime or never.
+// A serial line with controllers in virtual time, drawn from a seed or bytes: replies come late, in order or
+// overtaking, bytes are lost, cut, altered and added, frames of others pass by, an adapter may echo, stations die and
+// come back. Every sending is answered once at most, and within the reply lifetime or never.
 #ifndef DRAVO_TESTS_LINE_WIRE_H
 #define DRAVO_TESTS_LINE_WIRE_H
 
