@@ -104,7 +104,7 @@ Step Line::Parts::next(qint64 hostUs) {
 // The driver is another's.
 Step Line::Parts::rest(qint64 hostUs) {
     loseAll(hostUs);
-    const Step step = {Step::Wait, QByteArray(), std::numeric_limits<qint64>::max()};
+    Step step = {Step::Wait, QByteArray(), std::numeric_limits<qint64>::max()};
     return step;
 }
 
