@@ -273,9 +273,12 @@ public:
     /// Of a variable that is watched.
     ValueState stateOf(const Variable &variable, qint64 nowUs) const;
 
-    /// Whether the driver is bound to this engine. False: another engine or the host had bound it before, or the host
-    /// has bound it anew since. Then nothing is sent, watched or asked for, what was asked for fails, and the driver is
-    /// not touched: a new record with a request outstanding would let writes be reported that were never sent.
+    /// Whether the driver is bound to this engine. False: another engine or the host had bound it before (unbind it:
+    /// SetComInfo(nullptr)), or the host has bound it anew since. Then nothing is sent, watched or asked for, what was
+    /// asked for fails, no value is fresh, and the driver is not touched: a new record with a request outstanding would
+    /// let writes be reported that were never sent. What this engine had begun in the driver stays there for its new
+    /// owner, who may still send it: an operation, cyclic reads, stations taken out. A host that wants the driver back
+    /// destroys the engine first, which leaves it empty, and does not replace its callbacks meanwhile.
     bool hasDriver() const;
 
     bool isDown(int station) const;

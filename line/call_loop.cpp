@@ -387,9 +387,6 @@ void CallLoop::finishTry(const DriverPort::Verdict &verdict, LineEvent::Failure 
     current_.isFirstTry = false;
     current_.readySinceUs = nowUs_;
     phase_ = again ? Ready : Idle;
-    if (again && !port_.request()) {  // the host has unbound the driver
-        phase_ = Idle;
-    }
 }
 
 void CallLoop::count(const LineEvent &exchange) {

@@ -13,6 +13,10 @@ const int kWritesGoToDevice = 2;
 const int kDone = 1;          // code of the callback
 const int kReadAgainId = 13;  // owner of reads that are no operation
 
+// The port that has bound the driver last and still exists. The driver's callback names what the bound record says,
+// which is another's once somebody has bound it anew.
+const DriverPort *boundPort = nullptr;
+
 // The driver object is exported for its layout: the settings' pointer, then the cyclic list.
 const ComInfo *boundRecord() {
     return *reinterpret_cast<const ComInfo *const *>(&PLC_driver);
@@ -38,6 +42,7 @@ DriverPort::DriverPort(const LineSettings &settings) : frameLimit_(settings.fram
         comInfo_.localNode = settings.remoteNode;
     }
     if (!boundRecord()) {
+        boundPort = this;
         SetComInfo(&comInfo_);
         RegistCallBackFuncIntf(&DriverPort::onVariable, nullptr);
         dropAll();
@@ -50,6 +55,7 @@ DriverPort::~DriverPort() {
         RegistCallBackFuncIntf(nullptr, nullptr);
         SetComInfo(nullptr);
     }
+    boundPort = boundPort == this ? nullptr : boundPort;
 }
 
 bool DriverPort::hasDriver() const {
@@ -160,7 +166,7 @@ RW_VAR DriverPort::ownRecord() const {
 }
 
 void DriverPort::onVariable(void *port, int ownerId, int itemId, int code) {
-    if (ownerId != kOwnerId) {
+    if (ownerId != kOwnerId || port != boundPort || !boundPort->hasDriver()) {
         return;
     }
     const Finished finished = {itemId, code == kDone};

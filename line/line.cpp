@@ -299,6 +299,8 @@ ValueState Line::stateOf(const Variable &variable, qint64 nowUs) const {
         state.condition = NotReadable;
     } else if (isDown(variable.station)) {
         state.condition = Down;
+    } else if (state.condition == Fresh && !hasDriver()) {
+        state.condition = Stale;  // whoever has the driver may change what is known
     }
     return state;
 }

@@ -272,15 +272,6 @@ class VirtualTime:
         self.batch = None
 
 
-def build():
-    subprocess.run(["scripts/install-packages", "cmake", "g++", "ninja-build", "pkg-config", "qtbase5-dev",
-                    "libqt5serialport5-dev", "libmodbus-dev", "libncurses-dev", "libcli11-dev", "libgtest-dev"],
-                   check=True)
-    for command in (["cmake", "--preset", "native"],
-                    ["cmake", "--build", "--preset", "native", "--target", "dravo-host", "line-soak"]):
-        subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
-
-
 def run(minutes):
     with tempfile.TemporaryDirectory() as folder:
         started = time.time()
@@ -312,6 +303,7 @@ def run(minutes):
             for line in lines:
                 line.kill()
         wrong = [what for line in lines for what in line.wrong] + engine.wrong
+        wrong += [f"{line.name}: no value was checked" for line in lines if not line.checked]
         for line in lines if wrong else []:
             line.log.seek(0)
             print(f"--- {line.name}: the last words of both programs\n" + "".join(line.log.readlines()[-20:]), end="")
@@ -333,13 +325,11 @@ def tell(minute, lines, engine):
 
 
 def main():
-    os.chdir(os.path.join(os.path.dirname(os.path.realpath(__file__)), ".."))
+    os.chdir(os.path.join(os.path.dirname(os.path.realpath(__file__)), "../.."))
     minutes = sys.argv[1] if len(sys.argv) > 1 else "30"
     if len(sys.argv) > 2 or not minutes.isdigit() or int(minutes) < 1:
         print(__doc__.split("\n\n")[1], file=sys.stderr)
         return 2
-    if "DRAVO_HOST" not in os.environ:
-        build()
     return run(int(minutes))
 
 

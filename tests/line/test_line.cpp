@@ -183,9 +183,11 @@ TEST(Line, SettingsAndTimesOfAnySize) {
 
 TEST(Line, DriverOfAnotherIsLeftAlone) {
     ComInfo own = ComInfo();
+    own.useVarStation = 1;
+    const dravo::Variable dead = variable(5, 7, "100");
     {
         Desk desk(at9600(), WireFaults(), wireAt9600());
-        desk.line.watch({variable(1, 7, "100")}, 0);
+        desk.line.watch({variable(1, 7, "100"), dead}, 0);
         {
             dravo::Line second(at9600(), 0);
             EXPECT_FALSE(second.hasDriver());
@@ -194,12 +196,19 @@ TEST(Line, DriverOfAnotherIsLeftAlone) {
             EXPECT_EQ(second.next(0).kind, dravo::Step::Wait);
             second.restart(0);
         }
-        desk.run(5 * kSecond);
-        EXPECT_GT(desk.sent, 20) << "of the first";
+        desk.run(9 * kSecond);
+        EXPECT_TRUE(desk.line.isDown(5)) << "of the first";
+        EXPECT_EQ(desk.line.stateOf(variable(1, 7, "100"), desk.now).condition, dravo::Fresh);
         // Its read half is out, or will be, when the host binds anew.
         const int write = desk.line.write(variable(1, 15, "300.5"), QByteArray(1, '\1'));
         desk.run(desk.now + 30000);
         SetComInfo(&own);
+        EnableEthernet(-1, 1);
+        RW_VAR read = RW_VAR();
+        read.elemType = 7;
+        read.station = 5;
+        read.count = 1;
+        AddListReadVar(&read);
         const int sent = desk.sent;
         int failed = 0;
         desk.run(desk.now + kSecond, [&](const dravo::LineEvent &event) {
@@ -208,6 +217,15 @@ TEST(Line, DriverOfAnotherIsLeftAlone) {
         });
         EXPECT_EQ(failed, 1);
         EXPECT_EQ(desk.sent, sent);
+        EXPECT_EQ(desk.line.stateOf(variable(1, 7, "100"), desk.now).condition, dravo::Stale);
+        // The host's loop: what was begun is its own now, its station was not taken out again, nobody else hears of it.
+        bool asked = false;
+        for (int i = 0; i < 20; ++i) {
+            const Protocol *request = ComCommunication();
+            asked = asked || (request && request->var.station == 5);
+            DataCom(nullptr, 0);
+        }
+        EXPECT_TRUE(asked);
     }
     EXPECT_FALSE(dravo::Line(at9600(), 0).hasDriver()) << "still the host's";
     SetComInfo(nullptr);
