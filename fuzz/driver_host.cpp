@@ -27,7 +27,7 @@ Budget *budgetInForce;
 std::vector<CallbackReceived> received;  // in the DataCom under way
 
 void receive(const Callback &callback) {
-    promise(isHeld(PLC_driver.listMutex), "callbacks run with listMutex held");
+    expect(isHeld(PLC_driver.listMutex), "callbacks run with listMutex held");
     received.push_back({callback, {}});
     for (int left = choicesInForce->below(8) - 5; left > 0; --left) {
         const Operation operation = callInCallback(*choicesInForce, *budgetInForce);
@@ -41,7 +41,10 @@ void varCallBack(void *context, int ownerId, int itemId, int code) {
 }
 
 void listCallBack(QList<RW_VAR> *list, int ownerId, int code) {
-    promise(list != nullptr && list->isEmpty(), "the list handed out is empty");
+    if (!list) {
+        broken("a list is handed out");
+    }
+    expect(list->isEmpty(), "the list handed out is empty");
     list->append(RW_VAR());
     receive({Callback::List, nullptr, ownerId, 0, code});
 }
@@ -67,8 +70,8 @@ qint64 callDataCom(const Reply &reply) {
     ExactBytes bytes(reply.bytes);
     received.clear();
     const RW_VAR *result = DataCom(reply.isNull ? nullptr : bytes.array(), reply.length);
-    promise(result == &PLC_driver.retVar, "the result record is always the same");
-    promise(*bytes.array() == reply.bytes, "a reply is only read");
+    expect(result == &PLC_driver.retVar, "the result record is always the same");
+    expect(*bytes.array() == reply.bytes, "a reply is only read");
     return result->retValue;
 }
 
@@ -76,16 +79,16 @@ qint64 callDataCom(const Reply &reply) {
 qint64 expectedAnswer(Model &model, const Reply &reply) {
     size_t next = 0;
     model.called = [&](const Callback &due) {
-        promise(next < received.size(), "a callback that is due is called");
+        expect(next < received.size(), "a callback that is due is called");
         const CallbackReceived &came = received[next++];
-        promise(came.callback == due, "a callback says what became of whose operation");
+        expect(came.callback == due, "a callback says what became of whose operation");
         for (const CallMade &call : came.calls) {
-            promise(call.outcome == call.operation.expected(model), "a call inside a callback");
+            expect(call.outcome == call.operation.expected(model), "a call inside a callback");
         }
     };
     const QByteArray bytes = reply.bytes;
     const int code = model.answer(reply.isNull ? nullptr : &bytes, reply.length);
-    promise(next == received.size(), "no callback but those due");
+    expect(next == received.size(), "no callback but those due");
     return code;
 }
 
@@ -114,8 +117,8 @@ Operation nextRequest() {
                 if (request == nullptr) {
                     return Outcome{0};
                 }
-                promise(request == &PLC_driver.protocolList.at(0), "the request handed out is the outstanding one");
-                promise(ComCommunication() == request, "an unanswered request is handed out again");
+                expect(request == &PLC_driver.protocolList.at(0), "the request handed out is the outstanding one");
+                expect(ComCommunication() == request, "an unanswered request is handed out again");
                 return Outcome{1, request->frame};
             },
             [](Model &model) {

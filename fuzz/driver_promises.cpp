@@ -1,8 +1,6 @@
 #include "fuzz/driver_promises.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 
 #include "driver/Communication_Protocol.h"
 
@@ -17,37 +15,36 @@ bool isFree(QMutex &mutex) {
 }
 
 void promiseLocks() {
-    promise(isFree(PLC_driver.listMutex), "listMutex is free after a call");
-    promise(isFree(PLC_driver.cacheMutex), "cacheMutex is free after a call");
-    promise(isFree(PLC_driver.stationMutex), "stationMutex is free after a call");
+    expect(isFree(PLC_driver.listMutex), "listMutex is free after a call");
+    expect(isFree(PLC_driver.cacheMutex), "cacheMutex is free after a call");
+    expect(isFree(PLC_driver.stationMutex), "stationMutex is free after a call");
 }
 
 // Looked at entry by entry: a copy of the list would move its records.
 void promiseOutstanding(const std::deque<Protocol> &expected) {
     const QList<Protocol> &requests = PLC_driver.protocolList;
-    promise(requests.size() == static_cast<int>(expected.size()),
-            "the outstanding requests are those of the operation");
+    expect(requests.size() == static_cast<int>(expected.size()), "the outstanding requests are those of the operation");
     for (int i = 0; i < requests.size(); ++i) {
         const Protocol &request = requests.at(i);
         const Protocol &other = expected[static_cast<size_t>(i)];
-        promise(request.frame == other.frame, "a frame holds what it is to say, and its checksum");
-        promise(request.frameLength == other.frameLength, "frameLength is that of the frame");
-        promise(request.replyLength == other.replyLength, "replyLength is that of the reply");
-        promise(request.dataOffset == other.dataOffset, "dataOffset");
-        promise(request.dataLength == other.dataLength, "dataLength");
-        promise(sameRecord(request.var, other.var), "a request names its variable");
-        promise(request.reserved1 == 0 && request.reserved2 == 0 && request.reserved3 == 0, "reserved words are 0");
+        expect(request.frame == other.frame, "a frame holds what it is to say, and its checksum");
+        expect(request.frameLength == other.frameLength, "frameLength is that of the frame");
+        expect(request.replyLength == other.replyLength, "replyLength is that of the reply");
+        expect(request.dataOffset == other.dataOffset, "dataOffset");
+        expect(request.dataLength == other.dataLength, "dataLength");
+        expect(sameRecord(request.var, other.var), "a request names its variable");
+        expect(request.reserved1 == 0 && request.reserved2 == 0 && request.reserved3 == 0, "reserved words are 0");
     }
 }
 
 void promiseCounters(const reference::Model &model) {
-    promise(PLC_driver.comType == model.kind, "comType is the kind of the last request");
-    promise(PLC_driver.writeTimes == model.writesInARow, "writes in a row");
-    promise(PLC_driver.onceReadTimes == model.onceReadsInARow, "one-shot reads in a row");
-    promise(PLC_driver.readCycleCount == model.passCount, "operations counted toward a pass");
-    promise((PLC_driver.comFailed != 0) == model.failed, "the link counts as failed from a failure to a good reply");
-    promise(PLC_driver.spareVarList.isEmpty() && PLC_driver.extendVars.isEmpty() && PLC_driver.spareFlag == 0,
-            "what is spare stays empty");
+    expect(PLC_driver.comType == model.kind, "comType is the kind of the last request");
+    expect(PLC_driver.writeTimes == model.writesInARow, "writes in a row");
+    expect(PLC_driver.onceReadTimes == model.onceReadsInARow, "one-shot reads in a row");
+    expect(PLC_driver.readCycleCount == model.passCount, "operations counted toward a pass");
+    expect((PLC_driver.comFailed != 0) == model.failed, "the link counts as failed from a failure to a good reply");
+    expect(PLC_driver.spareVarList.isEmpty() && PLC_driver.extendVars.isEmpty() && PLC_driver.spareFlag == 0,
+           "what is spare stays empty");
 }
 
 bool holdsValue(reference::Values::Key key, quint32 value) {
@@ -60,13 +57,6 @@ bool holdsValue(reference::Values::Key key, quint32 value) {
 }
 
 }  // namespace
-
-void promise(bool kept, const char *what) {
-    if (!kept) {
-        std::fprintf(stderr, "broken: %s\n", what);
-        std::abort();
-    }
-}
 
 bool sameRecord(const RW_VAR &a, const RW_VAR &b) {
     return a.ownerId == b.ownerId && a.itemId == b.itemId && a.accessFlag == b.accessFlag &&
@@ -82,24 +72,24 @@ bool sameList(const QList<RW_VAR> &a, const QList<RW_VAR> &b) {
 
 void promiseState(reference::Model &model) {
     promiseLocks();
-    promise(sameList(PLC_driver.readVarList, model.cyclic), "the cyclic list");
-    promise(sameList(PLC_driver.writeVarList, model.writes), "the write queue");
-    promise(sameList(PLC_driver.onceReadVarList, model.onceReads), "the queue of one-shot reads");
+    expect(sameList(PLC_driver.readVarList, model.cyclic), "the cyclic list");
+    expect(sameList(PLC_driver.writeVarList, model.writes), "the write queue");
+    expect(sameList(PLC_driver.onceReadVarList, model.onceReads), "the queue of one-shot reads");
     promiseOutstanding(model.outstanding);
-    promise(sameRecord(PLC_driver.retVar, model.result), "the result record names what was finished last");
+    expect(sameRecord(PLC_driver.retVar, model.result), "the result record names what was finished last");
     promiseCounters(model);
-    promise(PLC_driver.stationMap.size() == static_cast<int>(model.disabled.size()), "disabled stations");
+    expect(PLC_driver.stationMap.size() == static_cast<int>(model.disabled.size()), "disabled stations");
     for (const int station : model.disabled) {
-        promise(PLC_driver.stationMap.value(station, 1) == 0, "a disabled station is in the table");
+        expect(PLC_driver.stationMap.value(station, 1) == 0, "a disabled station is in the table");
     }
     for (const reference::Values::Key key : model.values.takeTouched()) {
-        promise(holdsValue(key, model.values.all().at(key)), "an element holds what was last read or written");
+        expect(holdsValue(key, model.values.all().at(key)), "an element holds what was last read or written");
     }
-    promise(PLC_driver.valueCache.size() == static_cast<int>(model.values.all().size()), "no other element is touched");
+    expect(PLC_driver.valueCache.size() == static_cast<int>(model.values.all().size()), "no other element is touched");
 }
 
 void promiseValues(const reference::Model &model) {
     for (const auto &value : model.values.all()) {
-        promise(holdsValue(value.first, value.second), "every element holds what was last read or written");
+        expect(holdsValue(value.first, value.second), "every element holds what was last read or written");
     }
 }

@@ -3,9 +3,7 @@
 #define DRAVO_FUZZ_DRIVER_PROMISES_H
 
 #include "fuzz/driver_model.h"
-
-/// Says what is broken and aborts, so that the fuzzer keeps the input.
-void promise(bool kept, const char *what);
+#include "fuzz/promise.h"
 
 bool sameRecord(const RW_VAR &a, const RW_VAR &b);
 bool sameList(const QList<RW_VAR> &a, const QList<RW_VAR> &b);

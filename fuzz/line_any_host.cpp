@@ -229,7 +229,7 @@ void AnyHost::answer() {
     }
     for (const char byte : reply) {  // in portions of one
         receive(QByteArray(1, byte));
-        nowUs_ += below(3) * 1000;
+        nowUs_ += below(3) * Us(1000);
         settle(nowUs_);
     }
 }
@@ -331,8 +331,10 @@ QByteArray AnyHost::atController(const QByteArray &frame) const {
         return frame;
     }
     const dravo::ElementType *type = dravo::findElementType(wordOf(frame, 5));
-    expect(type != nullptr && byteOf(frame, 3) == settings_.remoteNode,
-           "a remote frame is of no type, or not the node's");
+    if (!type) {
+        broken("a remote frame is of no type");
+    }
+    expect(byteOf(frame, 3) == settings_.remoteNode, "a remote frame is not the node's");
     const bool isWrite = byteOf(frame, 2) != 0;
     const bool coils = type->elementClass == dravo::BitClass;
     const bool doubled =

@@ -211,7 +211,7 @@ TEST(Line, DriverOfAnotherIsLeftAlone) {
         AddListReadVar(&read);
         const int sent = desk.sent;
         int failed = 0;
-        desk.run(desk.now + kSecond, [&](const dravo::LineEvent &event) {
+        desk.run(desk.now + kSecond / 10, [&](const dravo::LineEvent &event) {
             failed += event.kind == dravo::LineEvent::Operation && !event.done && event.operation == write;
             return false;
         });
