@@ -7,14 +7,14 @@
 // SetRegisterData when it writes to the device (writeMode 2), take no lock of their own: call them from a callback; or
 // on the communication thread between its two calls, or while communication is stopped, and then only while no other
 // thread is in ReCreatReadVarList, AddListOnceReadVar or AddListWriteVar. Every other entry point but those
-// that bind may be called from any thread. Callbacks run on the communication thread with the driver's list lock held: in a callback call only
-// AddListReadVar, SetRegisterData, GetRegisterData, the station table and pure functions.
+// that bind may be called from any thread. Callbacks run on the communication thread with the driver's list lock held:
+// in a callback call only AddListReadVar, SetRegisterData, GetRegisterData, the station table and pure functions.
 //
 // Binding. Until SetComInfo has been given a record, and again after it was given a null pointer: list calls return 0
 // and change nothing, ComCommunication returns null, DataCom returns the result record with code 1, SetRegisterData
-// returns 0, GetRegisterData returns 0 with count * 2 zero bytes. A null callback is skipped. No thread is in a call while
-// the host binds, unbinds, unloads the library or exits. What is queued stays queued: the record that is bound next would
-// send an old write; docs/host-guide.md, "Stopping", empties the driver.
+// returns 0, GetRegisterData returns 0 with count * 2 zero bytes. A null callback is skipped. No thread is in a call
+// while the host binds, unbinds, unloads the library or exits. What is queued stays queued: the record that is bound
+// next would send an old write; docs/host-guide.md, "Stopping", empties the driver.
 //
 // Counts. A count above kMaxElementCount cannot belong to any controller. ReCreatReadVarList leaves such a variable
 // out; every other entry point that takes a count returns 0 and changes nothing (GetRegisterData: out is empty).
